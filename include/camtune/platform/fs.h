@@ -1,0 +1,106 @@
+// File-system access. Every file operation of the library goes through here.
+//
+// On a host, absolute paths are resolved under CAMTUNE_ROOT when it is set, so
+// "/data/vendor/camera_dump/x" lands in "$CAMTUNE_ROOT/data/vendor/camera_dump/x". Names the
+// library composes and returns never change; only the place they are opened moves.
+//
+// Results follow POSIX: -1 with errno set on failure, unless a function says otherwise.
+#pragma once
+
+#include <dirent.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <sys/types.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <fstream>
+#include <string>
+
+namespace camtune {
+namespace fs {
+
+// The path an operation on `path` really touches (the CAMTUNE_ROOT remapping).
+std::string hostPath(const char* path);
+
+// The folder absolute paths are resolved under ("" for none). Starts as CAMTUNE_ROOT; a host
+// program or a test may change it.
+std::string root();
+void setRoot(const char* root);
+
+int open(const char* path, int flags, mode_t mode = 0);
+int close(int fd);
+ssize_t write(int fd, const void* data, size_t size);
+ssize_t read(int fd, void* data, size_t size);
+int fsync(int fd);
+FILE* fopen(const char* path, const char* mode);
+int mkdir(const char* path, mode_t mode);
+// Creates `path` and every missing parent folder. Returns 0 when the folder exists afterwards.
+int makePath(const char* path, mode_t mode);
+int stat(const char* path, struct ::stat* st);
+int statvfs(const char* path, struct ::statvfs* st);
+DIR* opendir(const char* path);
+int unlink(const char* path);
+int rename(const char* from, const char* to);
+// Opens a text stream for reading; check the stream's state for failure.
+std::ifstream openInput(const char* path);
+
+// Move-only owner of a file descriptor.
+class UniqueFd {
+public:
+    UniqueFd() = default;
+    explicit UniqueFd(int fd) : mFd(fd) {}
+    UniqueFd(UniqueFd&& other) noexcept : mFd(other.release()) {}
+    UniqueFd& operator=(UniqueFd&& other) noexcept {
+        if (this != &other) reset(other.release());
+        return *this;
+    }
+    ~UniqueFd() { reset(); }
+    UniqueFd(const UniqueFd&) = delete;
+    UniqueFd& operator=(const UniqueFd&) = delete;
+
+    int get() const { return mFd; }
+    bool isValid() const { return mFd >= 0; }
+    int release() {
+        int fd = mFd;
+        mFd = -1;
+        return fd;
+    }
+    void reset(int fd = -1) {
+        if (mFd >= 0) fs::close(mFd);
+        mFd = fd;
+    }
+
+private:
+    int mFd = -1;
+};
+
+// Move-only owners of a FILE* and a DIR*.
+struct FileCloser {
+    void operator()(FILE* f) const {
+        if (f) ::fclose(f);
+    }
+};
+struct DirCloser {
+    void operator()(DIR* d) const {
+        if (d) ::closedir(d);
+    }
+};
+
+// Fault injection for tests: make operations fail or report chosen free space, without
+// filling a disk or revoking permissions.
+namespace testing {
+
+enum class Op { Open, Write, Read, Fsync, Fopen, Mkdir, Stat, Statvfs, Opendir, Unlink, Rename };
+
+// The next `count` calls of `op` fail with `err` (errno) without touching the file system.
+void failNext(Op op, int count, int err);
+// statvfs reports `bytes` of free space (f_bfree * f_bsize) until clearFreeSpace().
+void setFreeSpace(uint64_t bytes);
+void clearFreeSpace();
+// Removes every armed fault and the free-space override.
+void reset();
+
+}  // namespace testing
+}  // namespace fs
+}  // namespace camtune

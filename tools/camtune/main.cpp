@@ -1,0 +1,90 @@
+// camtune: command-line tool for tuning engineers.
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+
+#include "command.h"
+
+namespace camtune {
+namespace cli {
+namespace {
+
+std::vector<Command>& table() {
+    static std::vector<Command> sTable;
+    return sTable;
+}
+
+int wordCount(const char* name) {
+    return std::strchr(name, ' ') != nullptr ? 2 : 1;
+}
+
+void printCommandList(FILE* out) {
+    std::fprintf(out, "usage: camtune <command> [options]\n\ncommands:\n");
+    for (const Command& command : commands()) {
+        std::fprintf(out, "  %-18s %s\n", command.name, command.summary);
+    }
+    std::fprintf(out, "\nRun 'camtune <command> --help' for a command's options.\n");
+}
+
+}  // namespace
+
+Registrar::Registrar(const Command& command) {
+    auto& commands = table();
+    auto at = std::lower_bound(commands.begin(), commands.end(), command,
+                               [](const Command& a, const Command& b) {
+                                   return std::strcmp(a.name, b.name) < 0;
+                               });
+    commands.insert(at, command);
+}
+
+const std::vector<Command>& commands() {
+    return table();
+}
+
+bool wantsHelp(const Args& args) {
+    return std::any_of(args.begin(), args.end(),
+                       [](const std::string& a) { return a == "--help" || a == "-h"; });
+}
+
+const std::string* option(const Args& args, const char* name) {
+    for (size_t i = 0; i + 1 < args.size(); ++i) {
+        if (args[i] == name) return &args[i + 1];
+    }
+    return nullptr;
+}
+
+}  // namespace cli
+}  // namespace camtune
+
+int main(int argc, char** argv) {
+    using namespace camtune::cli;
+    Args args(argv + 1, argv + argc);
+    if (args.empty() || args[0] == "--help" || args[0] == "-h" || args[0] == "help") {
+        printCommandList(args.empty() ? stderr : stdout);
+        return args.empty() ? 2 : 0;
+    }
+    // A two-word command ("lint odt") wins over a one-word one of the same first word.
+    const Command* found = nullptr;
+    for (const Command& command : commands()) {
+        std::string name = command.name;
+        if (wordCount(command.name) == 2) {
+            if (args.size() >= 2 && name == args[0] + " " + args[1]) {
+                found = &command;
+                break;
+            }
+        } else if (name == args[0] && found == nullptr) {
+            found = &command;
+        }
+    }
+    if (found == nullptr) {
+        std::fprintf(stderr, "camtune: unknown command '%s'\n\n", args[0].c_str());
+        printCommandList(stderr);
+        return 2;
+    }
+    Args rest(args.begin() + wordCount(found->name), args.end());
+    if (wantsHelp(rest)) {
+        std::fputs(found->usage, stdout);
+        return 0;
+    }
+    return found->run(rest);
+}
