@@ -35,7 +35,8 @@ ssize_t read(int fd, void* data, size_t size);
 int fsync(int fd);
 FILE* fopen(const char* path, const char* mode);
 int mkdir(const char* path, mode_t mode);
-// Creates `path` and every missing parent folder. Returns 0 when the folder exists afterwards.
+// Creates `path` and every missing parent folder (the owner always gets rwx on the folders it
+// creates). Returns 0 when the folder exists afterwards.
 int makePath(const char* path, mode_t mode);
 int stat(const char* path, struct ::stat* st);
 int statvfs(const char* path, struct ::statvfs* st);

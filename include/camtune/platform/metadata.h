@@ -82,6 +82,7 @@ public:
         static constexpr uint32_t kInvalidTag = 0xFFFFFFFFu;
 
     private:
+        friend class IMetadata;
         static size_t elementSize(MetaType type);
         bool adoptType(MetaType type);
 
