@@ -1,0 +1,35 @@
+# Installs libcamtune, its public headers and a CMake package, so another project can do
+#   find_package(camtune REQUIRED)
+#   target_link_libraries(app PRIVATE camtune::camtune)
+include(CMakePackageConfigHelpers)
+
+set(CAMTUNE_INSTALL_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/camtune)
+
+install(TARGETS camtune
+    EXPORT camtuneTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+    INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+
+# Only include/camtune is public; subsystem-private headers stay in src/.
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/camtune
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+    FILES_MATCHING PATTERN "*.h")
+
+install(EXPORT camtuneTargets
+    NAMESPACE camtune::
+    DESTINATION ${CAMTUNE_INSTALL_CMAKEDIR})
+
+configure_package_config_file(
+    ${CMAKE_CURRENT_LIST_DIR}/camtuneConfig.cmake.in
+    ${PROJECT_BINARY_DIR}/camtuneConfig.cmake
+    INSTALL_DESTINATION ${CAMTUNE_INSTALL_CMAKEDIR})
+write_basic_package_version_file(
+    ${PROJECT_BINARY_DIR}/camtuneConfigVersion.cmake
+    VERSION ${PROJECT_VERSION}
+    COMPATIBILITY SameMajorVersion)
+install(FILES
+    ${PROJECT_BINARY_DIR}/camtuneConfig.cmake
+    ${PROJECT_BINARY_DIR}/camtuneConfigVersion.cmake
+    DESTINATION ${CAMTUNE_INSTALL_CMAKEDIR})
