@@ -18,6 +18,7 @@
 #include <mutex>
 #include <string>
 
+#include "platform/host/property_file.h"
 #include "platform/property_parse.h"
 
 namespace NSCam {
@@ -78,10 +79,6 @@ private:
 
 class Store {
 public:
-    Store() {
-        if (const char* seed = std::getenv("CAMTUNE_PROPS")) load(seed);
-    }
-
     const Slot* find(const char* key) const {
         uint64_t hash = hashKey(key);
         for (size_t probe = 0; probe < kCapacity; ++probe) {
@@ -116,36 +113,6 @@ public:
     }
 
 private:
-    // "key=value" lines; blank lines and lines starting with '#' are skipped; spaces around the
-    // key and value are trimmed.
-    void load(const char* path) {
-        std::ifstream in(path);
-        if (!in) {
-            std::fprintf(stderr, "W/camtune: cannot read CAMTUNE_PROPS file %s\n", path);
-            return;
-        }
-        std::string line;
-        int lineNo = 0;
-        while (std::getline(in, line)) {
-            ++lineNo;
-            std::string key;
-            std::string value;
-            switch (camtune::parsePropertyLine(line, &key, &value)) {
-                case camtune::PropertyLine::Blank:
-                    break;
-                case camtune::PropertyLine::Entry:
-                    if (set(key.c_str(), value.c_str()) != 0) {
-                        std::fprintf(stderr, "W/camtune: %s:%d: value of %s is too long\n", path,
-                                     lineNo, key.c_str());
-                    }
-                    break;
-                case camtune::PropertyLine::Malformed:
-                    std::fprintf(stderr, "W/camtune: %s:%d: expected key=value\n", path, lineNo);
-                    break;
-            }
-        }
-    }
-
     std::atomic<Slot*> mSlots[kCapacity] = {};
     std::mutex mWriteLock;
 };
@@ -155,6 +122,16 @@ private:
 Store& store() {
     static Store* sStore = new Store();
     return *sStore;
+}
+
+// Seeds the store from CAMTUNE_PROPS once, before the first read or write.
+Store& seededStore() {
+    static Store& sStore = [] () -> Store& {
+        Store& s = store();
+        if (const char* seed = std::getenv("CAMTUNE_PROPS")) camtune::host::loadPropertyFile(seed);
+        return s;
+    }();
+    return sStore;
 }
 
 int copyOut(char* out, const char* text) {
@@ -170,7 +147,7 @@ int copyOut(char* out, const char* text) {
 int property_get(const char* key, char* value, const char* defaultValue) {
     value[0] = '\0';
     if (key != nullptr) {
-        if (const Slot* slot = store().find(key)) {
+        if (const Slot* slot = seededStore().find(key)) {
             slot->read(value);
             if (value[0] != '\0') return static_cast<int>(std::strlen(value));
         }
@@ -186,9 +163,45 @@ int32_t property_get_int32(const char* key, int32_t defaultValue) {
 
 int property_set(const char* key, const char* value) {
     if (key == nullptr || key[0] == '\0') return -1;
-    return store().set(key, value != nullptr ? value : "");
+    return seededStore().set(key, value != nullptr ? value : "");
 }
 
 }  // namespace Properties
 }  // namespace Utils
 }  // namespace NSCam
+
+namespace camtune {
+namespace host {
+
+bool loadPropertyFile(const char* path) {
+    std::ifstream in(path);
+    if (!in) {
+        std::fprintf(stderr, "W/camtune: cannot read property file %s\n", path);
+        return false;
+    }
+    std::string line;
+    int lineNo = 0;
+    while (std::getline(in, line)) {
+        ++lineNo;
+        std::string key;
+        std::string value;
+        switch (parsePropertyLine(line, &key, &value)) {
+            case PropertyLine::Blank:
+                break;
+            case PropertyLine::Entry:
+                // Straight to the store: seeding runs inside the first property access.
+                if (NSCam::Utils::Properties::store().set(key.c_str(), value.c_str()) != 0) {
+                    std::fprintf(stderr, "W/camtune: %s:%d: value of %s is too long\n", path,
+                                 lineNo, key.c_str());
+                }
+                break;
+            case PropertyLine::Malformed:
+                std::fprintf(stderr, "W/camtune: %s:%d: expected key=value\n", path, lineNo);
+                break;
+        }
+    }
+    return true;
+}
+
+}  // namespace host
+}  // namespace camtune

@@ -1,0 +1,124 @@
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "camtune/platform/fs.h"
+#include "support/temp_root.h"
+
+namespace camtune {
+namespace {
+
+using fs::testing::Op;
+
+TEST(FsRoot, AbsolutePathsAreResolvedUnderTheRoot) {
+    test::TempRoot root;
+    EXPECT_EQ(fs::hostPath("/data/vendor/x"), root.path() + "/data/vendor/x");
+    EXPECT_EQ(fs::hostPath("relative/x"), "relative/x");
+    // A path already inside the root is not prefixed twice.
+    EXPECT_EQ(fs::hostPath((root.path() + "/a").c_str()), root.path() + "/a");
+
+    fs::setRoot("");
+    EXPECT_EQ(fs::hostPath("/data/vendor/x"), "/data/vendor/x");
+    fs::setRoot((root.path() + "///").c_str());
+    EXPECT_EQ(fs::hostPath("/x"), root.path() + "/x");
+}
+
+TEST(FsRoot, MakePathCreatesEveryLevelInsideTheRoot) {
+    test::TempRoot root;
+    ASSERT_EQ(fs::makePath("/data/vendor/camera_dump", 0660), 0);
+    struct ::stat st;
+    ASSERT_EQ(::stat(root.hostPath("/data/vendor/camera_dump").c_str(), &st), 0);
+    EXPECT_TRUE(S_ISDIR(st.st_mode));
+    // The owner can still create files in a folder made with a mode lacking search permission.
+    fs::UniqueFd fd(fs::open("/data/vendor/camera_dump/f", O_WRONLY | O_CREAT, 0644));
+    EXPECT_TRUE(fd.isValid());
+    EXPECT_EQ(fs::makePath("/data/vendor/camera_dump", 0660), 0);  // already there
+
+    root.writeFile("/data/file", "x");
+    EXPECT_EQ(fs::makePath("/data/file/sub", 0755), -1);
+    EXPECT_EQ(errno, ENOTDIR);
+}
+
+TEST(FsFaults, ArmedOperationFailsTheGivenNumberOfTimesWithTheGivenErrno) {
+    struct Case {
+        Op op;
+        std::function<bool()> call;  // true on success
+    };
+    test::TempRoot root;
+    root.writeFile("/d/file", "content");
+    const Case kCases[] = {
+            {Op::Open, [] { return fs::UniqueFd(fs::open("/d/file", O_RDONLY)).isValid(); }},
+            {Op::Fopen,
+             [] { return std::unique_ptr<FILE, fs::FileCloser>(fs::fopen("/d/file", "r")) != nullptr; }},
+            {Op::Mkdir, [] { return fs::mkdir("/d/new", 0755) == 0 || errno == EEXIST; }},
+            {Op::Stat, [] { struct ::stat st; return fs::stat("/d/file", &st) == 0; }},
+            {Op::Statvfs, [] { struct ::statvfs st; return fs::statvfs("/d", &st) == 0; }},
+            {Op::Opendir,
+             [] { return std::unique_ptr<DIR, fs::DirCloser>(fs::opendir("/d")) != nullptr; }},
+            {Op::Rename, [] { return fs::rename("/d/file", "/d/file") == 0; }},
+    };
+    for (const Case& c : kCases) {
+        fs::testing::failNext(c.op, 2, EACCES);
+        errno = 0;
+        EXPECT_FALSE(c.call()) << static_cast<int>(c.op);
+        EXPECT_EQ(errno, EACCES);
+        EXPECT_FALSE(c.call()) << static_cast<int>(c.op);
+        EXPECT_TRUE(c.call()) << static_cast<int>(c.op);
+    }
+}
+
+TEST(FsFaults, WriteAndUnlinkFaultsLeaveTheFileAlone) {
+    test::TempRoot root;
+    root.writeFile("/d/file", "");
+    fs::UniqueFd fd(fs::open("/d/file", O_WRONLY));
+    ASSERT_TRUE(fd.isValid());
+    fs::testing::failNext(Op::Write, 1, ENOSPC);
+    EXPECT_EQ(fs::write(fd.get(), "abc", 3), -1);
+    EXPECT_EQ(errno, ENOSPC);
+    EXPECT_EQ(fs::write(fd.get(), "abc", 3), 3);
+    EXPECT_EQ(root.readFile("/d/file"), "abc");
+
+    fs::testing::failNext(Op::Unlink, 1, EBUSY);
+    EXPECT_EQ(fs::unlink("/d/file"), -1);
+    EXPECT_TRUE(root.exists("/d/file"));
+    fs::testing::reset();
+    fs::testing::failNext(Op::Unlink, 5, EBUSY);
+    fs::testing::reset();
+    EXPECT_EQ(fs::unlink("/d/file"), 0);
+    EXPECT_FALSE(root.exists("/d/file"));
+}
+
+TEST(FsFaults, ChosenFreeSpaceIsReportedAsBlocksTimesBlockSize) {
+    test::TempRoot root;
+    ASSERT_EQ(fs::makePath("/d", 0755), 0);
+    for (uint64_t bytes : {uint64_t{0}, uint64_t{293601280}, uint64_t{293601281},
+                           uint64_t{1} << 40}) {
+        fs::testing::setFreeSpace(bytes);
+        struct ::statvfs st;
+        ASSERT_EQ(fs::statvfs("/d/", &st), 0);
+        uint64_t reported = static_cast<uint64_t>(st.f_bfree) * st.f_bsize;
+        EXPECT_EQ(reported, bytes);
+    }
+    fs::testing::clearFreeSpace();
+    struct ::statvfs st;
+    ASSERT_EQ(fs::statvfs("/d/", &st), 0);
+    EXPECT_GT(st.f_bsize, 1u);
+}
+
+TEST(FsInput, OpenInputReadsInsideTheRoot) {
+    test::TempRoot root;
+    root.writeFile("/cfg/list.txt", "line one\n");
+    std::ifstream in = fs::openInput("/cfg/list.txt");
+    std::string line;
+    ASSERT_TRUE(std::getline(in, line));
+    EXPECT_EQ(line, "line one");
+    EXPECT_FALSE(fs::openInput("/cfg/missing.txt").is_open());
+}
+
+}  // namespace
+}  // namespace camtune
