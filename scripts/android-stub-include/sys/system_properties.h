@@ -1,0 +1,2 @@
+#define PROP_VALUE_MAX 92
+#define PROP_NAME_MAX 32
