@@ -39,7 +39,8 @@ void BM_LogBelowThreshold(benchmark::State& state) {
     camtune::log::setThreshold(camtune::log::Level::Warn);
     int frame = 0;
     for (auto _ : state) {
-        CAM_LOGD("[%s] frame(%d) request(%d) name(%s)", __func__, ++frame, frame * 3, "main");
+        ++frame;
+        CAM_LOGD("[%s] frame(%d) request(%d) name(%s)", __func__, frame, frame * 3, "main");
     }
     benchmark::DoNotOptimize(frame);
 }

@@ -1,8 +1,5 @@
 #include "platform/property_parse.h"
 
-#include <cerrno>
-#include <cinttypes>
-#include <cstdlib>
 
 namespace camtune {
 namespace {
@@ -15,16 +12,39 @@ std::string trim(const std::string& text) {
     return text.substr(first, last - first + 1);
 }
 
+unsigned digitValue(char c) {
+    if (c >= '0' && c <= '9') return static_cast<unsigned>(c - '0');
+    if (c >= 'a' && c <= 'z') return static_cast<unsigned>(c - 'a' + 10);
+    if (c >= 'A' && c <= 'Z') return static_cast<unsigned>(c - 'A' + 10);
+    return 36;
+}
+
 }  // namespace
 
+// Written out instead of calling strtoimax: this sits on the path of every disabled feature and
+// the C library's locale-aware parser costs more than the rest of the property read.
 int32_t parsePropertyInt32(const char* text, int32_t defaultValue) {
-    int savedErrno = errno;
-    errno = 0;
-    char* end = nullptr;
-    intmax_t value = std::strtoimax(text, &end, 0);
-    bool failed = end == text || errno == ERANGE || value < INT32_MIN || value > INT32_MAX;
-    errno = savedErrno;
-    return failed ? defaultValue : static_cast<int32_t>(value);
+    const char* p = text;
+    while (*p == ' ' || (*p >= '\t' && *p <= '\r')) ++p;
+    bool negative = false;
+    if (*p == '+' || *p == '-') negative = *p++ == '-';
+    unsigned base = 10;
+    if (p[0] == '0' && (p[1] == 'x' || p[1] == 'X') && digitValue(p[2]) < 16) {
+        base = 16;
+        p += 2;
+    } else if (p[0] == '0') {
+        base = 8;
+    }
+    const uint64_t limit = negative ? uint64_t{1} << 31 : (uint64_t{1} << 31) - 1;
+    uint64_t magnitude = 0;
+    const char* digits = p;
+    for (unsigned digit; (digit = digitValue(*p)) < base; ++p) {
+        magnitude = magnitude * base + digit;
+        if (magnitude > limit) return defaultValue;
+    }
+    if (p == digits) return defaultValue;
+    return negative ? static_cast<int32_t>(-static_cast<int64_t>(magnitude))
+                    : static_cast<int32_t>(magnitude);
 }
 
 PropertyLine parsePropertyLine(const std::string& line, std::string* key, std::string* value) {

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "camtune/platform/fs.h"
 #include "camtune/platform/image_buffer.h"
 #include "camtune/platform/image_format.h"
 #include "support/temp_root.h"
@@ -81,6 +82,8 @@ TEST(HostImageBuffer, SaveAndLoadRoundTripEveryPlane) {
         }
         total += source->getBufSizeInBytes(p);
     }
+    EXPECT_FALSE(source->saveToFile("/dump/frame.i420"));  // no folder yet
+    ASSERT_EQ(camtune::fs::makePath("/dump", 0755), 0);
     ASSERT_TRUE(source->saveToFile("/dump/frame.i420"));
     EXPECT_EQ(root.readFile("/dump/frame.i420").size(), total);
 

@@ -29,20 +29,29 @@ namespace {
 constexpr size_t kCapacity = 1024;  // distinct keys; a power of two
 constexpr size_t kWords = (kPropertyValueMax + 7) / 8;
 
-uint64_t hashKey(const char* key) {
-    uint64_t hash = 1469598103934665603ull;  // FNV-1a
-    for (; *key != '\0'; ++key) {
-        hash = (hash ^ static_cast<unsigned char>(*key)) * 1099511628211ull;
+// Mixes eight bytes at a time: keys are long ("vendor.debug.camera....") and a byte-wise hash
+// would dominate the cost of a read.
+uint64_t hashKey(const char* key, size_t length) {
+    uint64_t hash = 0x9E3779B97F4A7C15ull ^ length;
+    size_t at = 0;
+    for (; at + 8 <= length; at += 8) {
+        uint64_t word;
+        std::memcpy(&word, key + at, 8);
+        hash = (hash ^ word) * 0xFF51AFD7ED558CCDull;
+        hash ^= hash >> 32;
     }
-    return hash;
+    uint64_t tail = 0;
+    std::memcpy(&tail, key + at, length - at);
+    hash = (hash ^ tail) * 0xC4CEB9FE1A85EC53ull;
+    return hash ^ (hash >> 29);
 }
 
 class Slot {
 public:
-    Slot(const char* key, uint64_t hash) : mKey(key), mHash(hash) {}
+    Slot(const char* key, size_t length, uint64_t hash) : mKey(key, length), mHash(hash) {}
 
-    bool matches(const char* key, uint64_t hash) const {
-        return mHash == hash && std::strcmp(mKey.c_str(), key) == 0;
+    bool matches(const char* key, size_t length, uint64_t hash) const {
+        return mHash == hash && mKey.size() == length && std::memcmp(mKey.data(), key, length) == 0;
     }
 
     // Copies the value (NUL-terminated) into `out` of kPropertyValueMax bytes.
@@ -80,12 +89,13 @@ private:
 class Store {
 public:
     const Slot* find(const char* key) const {
-        uint64_t hash = hashKey(key);
+        size_t length = std::strlen(key);
+        uint64_t hash = hashKey(key, length);
         for (size_t probe = 0; probe < kCapacity; ++probe) {
             const Slot* slot = mSlots[(hash + probe) & (kCapacity - 1)].load(
                     std::memory_order_acquire);
             if (slot == nullptr) return nullptr;
-            if (slot->matches(key, hash)) return slot;
+            if (slot->matches(key, length, hash)) return slot;
         }
         return nullptr;
     }
@@ -93,18 +103,19 @@ public:
     int set(const char* key, const char* value) {
         size_t length = std::strlen(value);
         if (length >= static_cast<size_t>(kPropertyValueMax)) return -1;
-        uint64_t hash = hashKey(key);
+        size_t keyLength = std::strlen(key);
+        uint64_t hash = hashKey(key, keyLength);
         std::lock_guard<std::mutex> guard(mWriteLock);
         for (size_t probe = 0; probe < kCapacity; ++probe) {
             std::atomic<Slot*>& cell = mSlots[(hash + probe) & (kCapacity - 1)];
             Slot* slot = cell.load(std::memory_order_relaxed);
             if (slot == nullptr) {
-                auto created = std::make_unique<Slot>(key, hash);
+                auto created = std::make_unique<Slot>(key, keyLength, hash);
                 created->write(value, length);
                 cell.store(created.release(), std::memory_order_release);
                 return 0;
             }
-            if (slot->matches(key, hash)) {
+            if (slot->matches(key, keyLength, hash)) {
                 slot->write(value, length);
                 return 0;
             }
