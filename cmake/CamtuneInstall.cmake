@@ -33,3 +33,8 @@ install(FILES
     ${PROJECT_BINARY_DIR}/camtuneConfig.cmake
     ${PROJECT_BINARY_DIR}/camtuneConfigVersion.cmake
     DESTINATION ${CAMTUNE_INSTALL_CMAKEDIR})
+
+# The installed CLI finds the installed library wherever the prefix is.
+if(TARGET camtune_cli)
+    set_target_properties(camtune_cli PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+endif()
