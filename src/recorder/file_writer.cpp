@@ -1,0 +1,128 @@
+#define LOG_TAG "ScenarioRecorder"
+
+#include "recorder/file_writer.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstring>
+#include <ctime>
+
+#include "camtune/platform/fs.h"
+#include "camtune/platform/log.h"
+
+namespace NSCam {
+namespace TuningUtils {
+namespace scenariorecorder {
+
+namespace fs = camtune::fs;
+
+FileWriter::FileWriter(int a, int b, int c)
+    : mCursor(mBuffer),
+      mPid(static_cast<int>(::getpid())),
+      mKey(makeKey(a, b)),
+      mSeriesId{a, b, c} {
+    ::clock_gettime(CLOCK_REALTIME, &mCreationTime);
+}
+
+FileWriter::~FileWriter() {
+    if (mFd >= 0) close();
+}
+
+void FileWriter::formatPath(char* path) const {
+    std::snprintf(path, kPathBufferSize, "%s/%s_%s_TuningLog_%02d.txt", mFolder.c_str(),
+                  mNamePrefix, mTimeStamp, mFileIndex);
+}
+
+bool FileWriter::openPath(const char* path) {
+    mFd = fs::open(path, O_WRONLY | O_CREAT, kFileMode);
+    return mFd >= 0;
+}
+
+bool FileWriter::open(bool newSeries, const char* prefix, bool quiet) {
+    if (newSeries) {
+        timespec now{};
+        ::clock_gettime(CLOCK_REALTIME, &now);
+        std::tm calendar{};
+        time_t seconds = now.tv_sec;
+        if (::localtime_r(&seconds, &calendar) == nullptr) calendar = std::tm{};
+        std::strftime(mTimeStamp, sizeof(mTimeStamp), kTimeStampFormat, &calendar);
+        mFileIndex = 1;
+        if (prefix != nullptr) {
+            std::strncpy(mNamePrefix, prefix, kNamePrefixSize);
+            mNamePrefix[kNamePrefixSize - 1] = '\0';
+        }
+        mQuiet = quiet;
+    }
+    reserveSpace(mQuiet);
+
+    char path[kPathBufferSize];
+    formatPath(path);
+    if (!openPath(path)) {
+        if (!mQuiet) CAM_LOGE("[%s] File writer: file open failed %s", __func__, path);
+        mFolder = kLastResortFolder;
+        formatPath(path);
+        if (!openPath(path)) {
+            if (!mQuiet) CAM_LOGE(CAMTUNE_RECORDER_NO_FILE_MSG, __func__);
+            return false;
+        }
+    }
+    mFilePath = path;
+    if (!mQuiet) CAM_LOGI("[%s] Write log to %s", __func__, path);
+    mCursor = mBuffer;
+    mBufferedBytes = 0;
+    mFileBytes = 0;
+    ++mFileIndex;
+    return true;
+}
+
+void FileWriter::flush(bool sync) {
+    if (mBufferedBytes > 0 && mFd >= 0) {
+        // A short or failed write is not retried: the log is best effort and must not stall.
+        (void)fs::write(mFd, mBuffer, mBufferedBytes);
+    }
+    if (sync && mFd >= 0) (void)fs::fsync(mFd);
+    mCursor = mBuffer;
+    mBufferedBytes = 0;
+}
+
+void FileWriter::close() {
+    if (mFd < 0) return;
+    flush(false);
+    fs::close(mFd);
+    mFd = -1;
+}
+
+void FileWriter::onWriteLog(const char* line) {
+    if (line == nullptr) return;
+    // The buffer is flushed whenever fewer than kFlushMargin bytes remain, so there is always
+    // room here; the guard keeps the cursor inside the buffer whatever happened before.
+    if (mBufferedBytes + 1 >= kStagingBufferSize) flush(false);
+    size_t room = kStagingBufferSize - mBufferedBytes;
+    int n = std::snprintf(mCursor, room, "%s\n", line);
+    if (n <= 0) return;
+    uint32_t length = static_cast<uint32_t>(n);
+    uint32_t stored = length;
+    if (length >= room) {
+        // Cut to what fits, keeping the line's end so the next line starts on its own.
+        stored = static_cast<uint32_t>(room - 1);
+        mCursor[stored - 1] = '\n';
+    }
+    mCursor += stored;
+    mBufferedBytes += stored;
+    if (mBufferedBytes + kFlushMargin > kStagingBufferSize - 1) flush(false);
+
+    // The size limit counts whole lines as the caller gave them, cut or not.
+    mFileBytes += length;
+    if (mFileBytes > kFileSizeLimit && mFd >= 0) {
+        close();
+        if (open(false, "", false)) {
+            (void)fs::write(mFd, kContinuedMarker, sizeof(kContinuedMarker) - 1);
+        }
+    }
+}
+
+}  // namespace scenariorecorder
+}  // namespace TuningUtils
+}  // namespace NSCam

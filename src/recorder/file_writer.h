@@ -1,0 +1,75 @@
+// FileWriter: one series of rolling plain-text log files behind a staging buffer.
+//
+// Not thread-safe by design: the recorder's service thread is the only user of a writer once it
+// has been published.
+#pragma once
+
+#include <time.h>
+
+#include <cstdint>
+#include <string>
+
+#include "recorder/recorder_constants.h"
+
+namespace NSCam {
+namespace TuningUtils {
+namespace scenariorecorder {
+
+class FileWriter {
+public:
+    // Series id (a, b, c); key ((int64)a << 16) | b.
+    FileWriter(int a, int b, int c);
+    ~FileWriter();
+    FileWriter(const FileWriter&) = delete;
+    FileWriter& operator=(const FileWriter&) = delete;
+
+    // Opens the next file of the series; `newSeries` starts a series with a new time stamp,
+    // index 1, `prefix` (cut to 29 characters) and `quiet`. Returns true when a file is open.
+    bool open(bool newSeries, const char* prefix, bool quiet);
+    // Deletes the folder's oldest regular files while free space is at or below the floor.
+    void reserveSpace(bool quiet);
+    // Writes the staged bytes out (dropping them when no file is open); `sync` also fsyncs.
+    void flush(bool sync);
+    void close();
+    // Appends `line` and a newline; rolls over to the next file past the size limit.
+    void onWriteLog(const char* line);
+
+    void setFolder(const std::string& folder) { mFolder = folder; }
+    const std::string& folder() const { return mFolder; }
+    const std::string& filePath() const { return mFilePath; }
+    int fd() const { return mFd; }
+    int64_t key() const { return mKey; }
+    const int* seriesId() const { return mSeriesId; }
+    int fileIndex() const { return mFileIndex; }
+    uint32_t fileBytes() const { return mFileBytes; }
+    uint32_t bufferedBytes() const { return mBufferedBytes; }
+    const char* namePrefix() const { return mNamePrefix; }
+    const char* timeStamp() const { return mTimeStamp; }
+    int pid() const { return mPid; }
+    const timespec& creationTime() const { return mCreationTime; }
+
+private:
+    // Formats the path of the next file into `path` (kPathBufferSize bytes; longer paths are cut).
+    void formatPath(char* path) const;
+    bool openPath(const char* path);
+
+    char* mCursor;
+    uint32_t mBufferedBytes = 0;
+    uint32_t mFileBytes = 0;
+    int mPid;
+    int mFd = -1;
+    char mBuffer[kStagingBufferSize];
+    std::string mFolder;
+    std::string mFilePath;
+    char mTimeStamp[kTimeStampSize] = {};
+    char mNamePrefix[kNamePrefixSize] = {};
+    bool mQuiet = false;
+    int mFileIndex = 1;
+    int64_t mKey;
+    timespec mCreationTime{};
+    int mSeriesId[3];
+};
+
+}  // namespace scenariorecorder
+}  // namespace TuningUtils
+}  // namespace NSCam

@@ -1,0 +1,145 @@
+// The producers' side: reserving a record, filling it and handing it over.
+#define LOG_TAG "ScenarioRecorder"
+
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "camtune/platform/log.h"
+#include "recorder/scenario_recorder_impl.h"
+
+namespace NSCam {
+namespace TuningUtils {
+namespace scenariorecorder {
+
+namespace {
+
+// Smallest record: a header and the terminator of an empty text, rounded up.
+constexpr uint32_t kMinRecordSize = kRecordHeaderSize + 4;
+
+// Logs `fmt` as an error and stops the process with the same message: the recorder's data
+// structures cannot hold what was asked for, and carrying on would lose track of them.
+[[noreturn]] __attribute__((format(printf, 2, 3))) void fatal(const char* function, const char* fmt,
+                                                              ...) {
+    char message[256];
+    va_list args;
+    va_start(args, fmt);
+    std::vsnprintf(message, sizeof(message), fmt, args);
+    va_end(args);
+    CAM_LOGE("%s", message);
+    std::fprintf(stderr, "%s: %s\n", function, message);
+    std::abort();
+}
+
+}  // namespace
+
+ScenarioRecorder::BufferPtr ScenarioRecorder::takeEmptyBuffer() {
+    if (mEmptyBuffers.empty()) return std::make_unique<Buffer>();
+    BufferPtr buffer = std::move(mEmptyBuffers.back());
+    mEmptyBuffers.pop_back();
+    return buffer;
+}
+
+bool ScenarioRecorder::allocLogSpace(int uniqueKey, int requestNo, unsigned size,
+                                     LogHeader** header, Buffer** buffer) {
+    uint64_t rounded = (static_cast<uint64_t>(size) + 3) & ~static_cast<uint64_t>(3);
+    if (rounded > kDataAreaSize) {
+        fatal(__func__, "[%s] Log size too large: %zu", __func__, static_cast<size_t>(rounded));
+    }
+    uint32_t recordSize =
+            rounded < kMinRecordSize ? kMinRecordSize : static_cast<uint32_t>(rounded);
+
+    std::lock_guard<std::mutex> guard(mLock);
+    int64_t key = makeKey(uniqueKey, requestNo);
+    Buffer* target = nullptr;
+    auto it = mActive.find(key);
+    if (it == mActive.end()) {
+        BufferPtr fresh = takeEmptyBuffer();
+        ::clock_gettime(CLOCK_REALTIME, &fresh->allocTime);
+        fresh->key = key;
+        writeNDDToHeadline(fresh.get(), uniqueKey, requestNo);
+        target = fresh.get();
+        if (!mActive.emplace(key, std::move(fresh)).second) {
+            fatal(__func__, "[%s] Emplace log buffer fail", __func__);
+        }
+        mWritingList.push_back(key);
+    } else {
+        target = it->second.get();
+        while (target->successor) target = target->successor.get();
+    }
+    if (target->isEmpty() && target->needsHeadlineRecord) {
+        target->reserve(kHeadlineRecordSize)->text()[0] = '\0';
+    }
+    if (target->spaceLeft < recordSize) {
+        // Records never straddle buffers: the request continues in a chained one.
+        BufferPtr next = takeEmptyBuffer();
+        next->key = key;
+        next->allocTime = target->allocTime;
+        next->needsHeadlineRecord = 0;
+        target->sealed.store(1, std::memory_order_release);
+        target->hasSuccessor = 1;
+        target->successor = std::move(next);
+        target = target->successor.get();
+    }
+    *header = target->reserve(recordSize);
+    target->pendingWriters.fetch_add(1, std::memory_order_relaxed);
+    *buffer = target;
+    return true;
+}
+
+void ScenarioRecorder::finishLogSpace(int uniqueKey, int requestNo, Buffer* buffer) {
+    if (buffer->pendingWriters.fetch_sub(1, std::memory_order_release) == 1 &&
+        buffer->sealed.load(std::memory_order_acquire) != 0) {
+        mWakeUp.notify_one();
+    }
+    updateWriterLifeCycle(uniqueKey, requestNo);
+}
+
+bool ScenarioRecorder::submitRecordText(int uniqueKey, int requestNo, const char* text,
+                                        const char* headlineText) {
+    if (!isInitialised()) return false;
+    if (text == nullptr) text = "";
+    size_t textSize = std::strlen(text) + 1;
+    if (textSize > kMaxRecordText) textSize = kMaxRecordText;
+    LogHeader* header = nullptr;
+    Buffer* buffer = nullptr;
+    allocLogSpace(uniqueKey, requestNo, static_cast<unsigned>(textSize + kRecordHeaderSize),
+                  &header, &buffer);
+    char* out = header->text();
+    std::memcpy(out, text, textSize - 1);
+    out[textSize - 1] = '\0';
+    if (headlineText != nullptr) {
+        char scratch[kHeadlineSize];
+        int n = std::snprintf(scratch, sizeof(scratch), ", %s", headlineText);
+        if (n > 0) {
+            int length = n < static_cast<int>(sizeof(scratch)) ? n : sizeof(scratch) - 1;
+            writeStringToHeadline(buffer, scratch, length);
+        }
+    }
+    finishLogSpace(uniqueKey, requestNo, buffer);
+    return true;
+}
+
+void ScenarioRecorder::writeNDDToHeadline(Buffer* buffer, int uniqueKey, int requestNo) {
+    char scratch[kHeadlineSize];
+    int n = std::snprintf(scratch, sizeof(scratch), "[UKey: %d][ReqNum: %d]", uniqueKey, requestNo);
+    if (n > 0) writeStringToHeadline(buffer, scratch, n);
+}
+
+void ScenarioRecorder::writeStringToHeadline(Buffer* buffer, const char* text, int length) {
+    if (buffer == nullptr || text == nullptr || length < 0) return;
+    std::lock_guard<std::mutex> guard(buffer->headlineLock);
+    if (static_cast<int64_t>(buffer->headlineSpaceLeft) - 1 > length) {
+        std::memcpy(buffer->headlineCursor, text, static_cast<size_t>(length));
+        buffer->headlineCursor += length;
+        *buffer->headlineCursor = '\0';
+        buffer->headlineSpaceLeft -= static_cast<uint32_t>(length);
+    } else if (camtune::log::isEnabled(camtune::log::Level::Debug)) {
+        CAM_LOGW("[%s] Headline size is not enough", __func__);
+    }
+}
+
+}  // namespace scenariorecorder
+}  // namespace TuningUtils
+}  // namespace NSCam

@@ -1,0 +1,153 @@
+// The recorder's life cycle, request binding and file writers.
+#define LOG_TAG "ScenarioRecorder"
+
+#include <cstdio>
+#include <system_error>
+
+#include "camtune/platform/log.h"
+#include "camtune/platform/thread.h"
+#include "platform/property_registry.h"
+#include "recorder/scenario_recorder_impl.h"
+
+namespace NSCam {
+namespace TuningUtils {
+namespace scenariorecorder {
+
+namespace props = camtune::props;
+
+ScenarioRecorder::ScenarioRecorder()
+    : mEnabled(props::getInt(props::kRecorderEnable) != 0),
+      mPreviewWriter(std::make_shared<FileWriter>(-1, -1, -1)),
+      mSetPriority(camtune::thread::setPriority) {}
+
+ScenarioRecorder::~ScenarioRecorder() {
+    unInit();
+}
+
+void ScenarioRecorder::init() {
+    if (mServiceThread.joinable()) return;  // already running
+    mRunning.store(true);
+    try {
+        mServiceThread = std::thread(&ScenarioRecorder::serviceThreadEntry, this);
+    } catch (const std::system_error& error) {
+        mRunning.store(false);
+        throw std::system_error(error.code(), "thread constructor failed");
+    }
+    mInitialised.store(true, std::memory_order_release);
+}
+
+void ScenarioRecorder::unInit() {
+    CAM_LOGV("[%s] unInit", __func__);
+    if (mRunning.load()) {
+        {
+            std::lock_guard<std::mutex> guard(mLock);
+            mRunning.store(false);
+            mWakeUp.notify_all();
+        }
+        if (mServiceThread.joinable()) mServiceThread.join();
+        std::unordered_map<int64_t, BufferPtr> active;
+        {
+            std::lock_guard<std::mutex> guard(mLock);
+            active.swap(mActive);
+            mWritingList.clear();
+            mToBeFlushed.clear();
+            mProgress.notify_all();
+        }
+        // A producer may still be copying into a discarded buffer; free it only afterwards.
+        for (auto& entry : active) {
+            for (Buffer* b = entry.second.get(); b != nullptr; b = b->successor.get()) {
+                while (b->pendingWriters.load(std::memory_order_acquire) > 0) {
+                    std::this_thread::yield();
+                }
+            }
+        }
+    }
+    mInitialised.store(false, std::memory_order_release);
+}
+
+void ScenarioRecorder::recordNddInfo(int uniqueKey, int requestNo, int third, bool isCapture) {
+    int64_t key = makeKey(uniqueKey, requestNo);
+    {
+        std::lock_guard<std::mutex> guard(mWriterLock);
+        if (!isCapture) {
+            if (mPreviewWriter->seriesId()[0] != uniqueKey) {
+                auto writer = std::make_shared<FileWriter>(uniqueKey, requestNo, third);
+                openFileWriter(writer.get(), kPreviewKind);
+                mPreviewWriter = std::move(writer);
+            }
+            return;
+        }
+        if (mCaptureWriters.find(key) == mCaptureWriters.end()) {
+            auto writer = std::make_shared<FileWriter>(uniqueKey, requestNo, third);
+            openFileWriter(writer.get(), kCaptureKind);
+            mCaptureWriters.emplace(key, std::move(writer));
+        }
+    }
+    timespec now{};
+    ::clock_gettime(CLOCK_REALTIME, &now);
+    int32_t life = props::getInt(props::kRecorderFlushCapSec);
+    std::lock_guard<std::mutex> guard(mLifeCycleLock);
+    if (mLifeCycles.find(key) == mLifeCycles.end()) {
+        mLifeCycles.emplace(key,
+                            std::make_unique<LifeCycleControl>(LifeCycleControl{key, now, life}));
+        mLifeCycleCount.store(mLifeCycles.size(), std::memory_order_release);
+    }
+}
+
+void ScenarioRecorder::updateWriterLifeCycle(int uniqueKey, int requestNo) {
+    if (mLifeCycleCount.load(std::memory_order_acquire) == 0) return;
+    int64_t key = makeKey(uniqueKey, requestNo);
+    std::lock_guard<std::mutex> guard(mLifeCycleLock);
+    auto it = mLifeCycles.find(key);
+    if (it != mLifeCycles.end()) ::clock_gettime(CLOCK_REALTIME, &it->second->startTime);
+}
+
+std::shared_ptr<FileWriter> ScenarioRecorder::getFileWriterFromContainer(long long key) {
+    std::lock_guard<std::mutex> guard(mWriterLock);
+    auto it = mCaptureWriters.find(key);
+    return it != mCaptureWriters.end() ? it->second : mPreviewWriter;
+}
+
+void ScenarioRecorder::openFileWriter(FileWriter* writer, const char* kind) {
+    char prefix[kNamePrefixSize];
+    const int* id = writer->seriesId();
+    int n = std::snprintf(prefix, sizeof(prefix), "%09d_%04d_%04d_%s_", id[0], id[1], id[2], kind);
+    if (n < 1) {
+        CAM_LOGW("[%s] snprintf for file name fail", __func__);
+        return;
+    }
+    char folder[kFolderPathSize];
+    getFolderPath(folder, sizeof(folder));
+    writer->setFolder(folder);
+    writer->open(true, prefix, false);
+}
+
+void ScenarioRecorder::removeCaptureWriter(int64_t key) {
+    std::lock_guard<std::mutex> guard(mWriterLock);
+    auto it = mCaptureWriters.find(key);
+    if (it == mCaptureWriters.end()) return;
+    mCaptureWriters.erase(it);
+    CAM_LOGI("[%s] Remove fileWriter key(%llu)", __func__, static_cast<unsigned long long>(key));
+}
+
+ScenarioRecorder::Stats ScenarioRecorder::stats() const {
+    std::lock_guard<std::mutex> guard(mLock);
+    return Stats{mToBeFlushed.size(), mWritingList.size(), mEmptyBuffers.size(), mActive.size()};
+}
+
+bool ScenarioRecorder::waitUntilIdle(std::chrono::milliseconds timeout) {
+    std::unique_lock<std::mutex> lock(mLock);
+    return mProgress.wait_for(lock, timeout,
+                              [this] { return mToBeFlushed.empty() && mWritingList.empty(); });
+}
+
+// Record formats come with the dump framework's key decoding; until then nothing is stored.
+void ScenarioRecorder::submitDecisionRecord(const IMetadata*, const DecisionInput&, const char*) {}
+void ScenarioRecorder::submitDecisionRecord(long long, const DecisionInput&, const char*) {}
+void ScenarioRecorder::submitExecutionRecord(const IMetadata*, const ExecResultInput&,
+                                             const char*) {}
+void ScenarioRecorder::submitExecutionRecord(long long, const ExecResultInput&, const char*) {}
+
+}  // namespace scenariorecorder
+}  // namespace TuningUtils
+}  // namespace NSCam

@@ -1,0 +1,187 @@
+// The service thread: decides when a request is complete, writes it out and recycles its
+// buffers. It is the only user of the file writers' files.
+#define LOG_TAG "ScenarioRecorder"
+
+#include <cstring>
+
+#include "camtune/platform/log.h"
+#include "camtune/platform/thread.h"
+#include "platform/property_registry.h"
+#include "recorder/scenario_recorder_impl.h"
+
+namespace NSCam {
+namespace TuningUtils {
+namespace scenariorecorder {
+
+namespace props = camtune::props;
+
+void ScenarioRecorder::setNice(int niceValue) {
+    int result = mSetPriority ? mSetPriority(niceValue) : 0;
+    // Without the privilege for a negative nice value the thread keeps the priority it has;
+    // one line says so, later attempts stay quiet.
+    if (result < 0 && !mPriorityFailureLogged) {
+        mPriorityFailureLogged = true;
+        CAM_LOGW("[%s] Cannot set nice value %d (errno = %d); keeping the current priority",
+                 __func__, niceValue, -result);
+    }
+}
+
+void ScenarioRecorder::collectDueRequests() {
+    timespec now{};
+    ::clock_gettime(CLOCK_REALTIME, &now);
+    std::lock_guard<std::mutex> guard(mLifeCycleLock);
+    for (size_t n = mWritingList.size(); n > 0; --n) {
+        int64_t key = mWritingList.front();
+        mWritingList.pop_front();
+        auto control = mLifeCycles.find(key);
+        if (control != mLifeCycles.end()) {
+            // A capture request stays open while records keep arriving within its life.
+            if (now.tv_sec - control->second->startTime.tv_sec <= control->second->lifeSec) {
+                mWritingList.push_back(key);
+                continue;
+            }
+            mLifeCycles.erase(control);
+            mLifeCycleCount.store(mLifeCycles.size(), std::memory_order_release);
+        }
+        auto active = mActive.find(key);
+        if (active == mActive.end()) continue;  // nothing recorded under this key any more
+        if (active->second->isEmpty()) {
+            mWritingList.push_back(key);
+            continue;
+        }
+        mToBeFlushed.push_back(std::move(active->second));
+        mActive.erase(active);
+    }
+}
+
+void ScenarioRecorder::waitForProducers(std::unique_lock<std::mutex>& lock, Buffer* first) {
+    // Every buffer of the chain, not only the last: a producer may still be copying into a
+    // sealed one, and its line must be whole before it is read.
+    for (Buffer* b = first; b != nullptr; b = b->successor.get()) {
+        while (b->pendingWriters.load(std::memory_order_acquire) > 0) {
+            mWakeUp.wait_for(lock, std::chrono::milliseconds(kPendingWaitSliceMs));
+        }
+    }
+}
+
+void ScenarioRecorder::writeOut(Buffer* first, bool endOfBatch) {
+    std::shared_ptr<FileWriter> writer = getFileWriterFromContainer(first->key);
+    if (writer->fd() < 0) {
+        CAM_LOGE(CAMTUNE_RECORDER_NO_FILE_MSG, __func__);
+        return;
+    }
+    // The headlines of the whole chain form the request's first line.
+    LogHeader* headlineRecord = first->headlineRecord();
+    char* headline = headlineRecord->text();
+    size_t used = 0;
+    const size_t room = headlineRecord->textCapacity() - 1;
+    for (Buffer* b = first; b != nullptr; b = b->successor.get()) {
+        std::lock_guard<std::mutex> guard(b->headlineLock);
+        size_t length = std::strlen(b->headline);
+        if (length > room - used) length = room - used;
+        std::memcpy(headline + used, b->headline, length);
+        used += length;
+    }
+    headline[used] = '\0';
+
+    for (Buffer* b = first; b != nullptr; b = b->successor.get()) {
+        char* end = b->cursor;
+        for (char* p = b->data; p < end;) {
+            LogHeader* header = reinterpret_cast<LogHeader*>(p);
+            if (header->size < kRecordHeaderSize || header->size > end - p) break;
+            // The buffer is the service thread's now: bound the text whatever was copied in.
+            p[header->size - 1] = '\0';
+            writer->onWriteLog(header->text());
+            p += header->size;
+        }
+    }
+    if (endOfBatch) {
+        writer->flush(true);
+        // Preview lines may sit in the shared preview writer when a capture request closed
+        // the batch; the end of a batch is where they reach the disk.
+        std::shared_ptr<FileWriter> preview;
+        {
+            std::lock_guard<std::mutex> guard(mWriterLock);
+            preview = mPreviewWriter;
+        }
+        if (preview != writer && preview->fd() >= 0) preview->flush(true);
+    }
+}
+
+void ScenarioRecorder::recycle(BufferPtr buffer) {
+    BufferPtr successor = buffer->clear();
+    if (mEmptyBuffers.size() >= kMaxEmptyBuffers) mEmptyBuffers.pop_front();
+    mEmptyBuffers.push_back(std::move(buffer));
+    // Chained buffers refill the pool only while it has room.
+    while (successor) {
+        BufferPtr next = successor->clear();
+        if (mEmptyBuffers.size() < kMaxEmptyBuffers) mEmptyBuffers.push_back(std::move(successor));
+        successor = std::move(next);
+    }
+}
+
+void ScenarioRecorder::serviceThreadEntry() {
+    camtune::thread::setName(kThreadName);
+    setNice(kNiceByBoostLevel[0]);
+    const int flushMs = props::getInt(props::kRecorderFlushMs);
+    (void)props::getInt(props::kRecorderRmWriterSec);  // reserved: read, drives nothing yet
+    CAM_LOGI("[%s] ScenarioRecorder is running; flushInterval = %d ms", __func__, flushMs);
+    int level = 0;
+
+    std::unique_lock<std::mutex> lock(mLock);
+    for (;;) {
+        if (!mToBeFlushed.empty()) {
+            size_t waiting = mToBeFlushed.size();
+            if (level < 3 && waiting > kBoostLevel3Queue) {
+                level = 3;
+                setNice(kNiceByBoostLevel[level]);
+            } else if (level < 2 && waiting > kBoostLevel2Queue) {
+                level = 2;
+                setNice(kNiceByBoostLevel[level]);
+            }
+        } else {
+            if (level > 0) {
+                --level;
+                setNice(kNiceByBoostLevel[level]);
+            }
+            if (!mRunning.load()) break;
+            if (flushMs >= 1) {
+                mWakeUp.wait_for(lock, std::chrono::milliseconds(flushMs));
+            } else {
+                lock.unlock();
+                std::this_thread::yield();
+                lock.lock();
+            }
+            if (!mRunning.load() && mToBeFlushed.empty()) break;
+            if (mToBeFlushed.empty()) {
+                if (!mWritingList.empty()) {
+                    collectDueRequests();
+                    mProgress.notify_all();
+                }
+                continue;
+            }
+        }
+
+        Buffer* first = mToBeFlushed.front().get();
+        bool onlyOne = mToBeFlushed.size() == 1;
+        waitForProducers(lock, first);
+        lock.unlock();
+        writeOut(first, onlyOne);
+        removeCaptureWriter(first->key);
+        lock.lock();
+
+        BufferPtr done = std::move(mToBeFlushed.front());
+        mToBeFlushed.pop_front();
+        recycle(std::move(done));
+        CAM_LOGV("[%s] mToBeFlushed(%d), mWritingList(%d), mEmptyBuffers(%d)", __func__,
+                 static_cast<int>(mToBeFlushed.size()), static_cast<int>(mWritingList.size()),
+                 static_cast<int>(mEmptyBuffers.size()));
+        mProgress.notify_all();
+    }
+    lock.unlock();
+    CAM_LOGI("[%s] Scenario recorder stopped", __func__);
+}
+
+}  // namespace scenariorecorder
+}  // namespace TuningUtils
+}  // namespace NSCam
