@@ -25,19 +25,17 @@ constexpr int32_t kNumberModulus = 10000;
 // create the folder, which is harmless.
 std::atomic<bool> sDumpRootReady{false};
 
-void ensureDumpRoot() {
-    if (sDumpRootReady.load(std::memory_order_acquire)) return;
-    if (fs::makePath(kDumpRoot, kDumpRootMode) == 0) {
-        sDumpRootReady.store(true, std::memory_order_release);
-        CAM_LOGD("create folder <%s>", kDumpRoot);
-    } else {
-        CAM_LOGE("craete folder <%s> fail", kDumpRoot);
+// Named after the entry point so that error lines carry its name as their function.
+int MakePrefix(NameWriter& writer, int uniqueKey, int frameNo, int requestNo, int evValue,
+               bool withExposure) {
+    if (!sDumpRootReady.load(std::memory_order_acquire)) {
+        if (fs::makePath(kDumpRoot, kDumpRootMode) == 0) {
+            sDumpRootReady.store(true, std::memory_order_release);
+            CAM_LOGD("create folder <%s>", kDumpRoot);
+        } else {
+            CAM_LOGE("craete folder <%s> fail", kDumpRoot);
+        }
     }
-}
-
-int writePrefix(NameWriter& writer, int uniqueKey, int frameNo, int requestNo, int evValue,
-                bool withExposure) {
-    ensureDumpRoot();
 
     if (uniqueKey >= 0) {
         writer.append("%s/%09d", kDumpRoot, uniqueKey);
@@ -83,8 +81,8 @@ bool exposureInNames() {
 
 void writeHintPrefix(NameWriter& writer, const NSCam::TuningUtils::FILE_DUMP_NAMING_HINT& hint) {
     const bool withExposure = exposureInNames();
-    writePrefix(writer, hint.UniqueKey, hint.FrameNo, hint.RequestNo,
-                withExposure ? hint.EvValue : 0, withExposure);
+    MakePrefix(writer, hint.UniqueKey, hint.FrameNo, hint.RequestNo,
+               withExposure ? hint.EvValue : 0, withExposure);
 }
 
 int rejectNullHint(char* buf, int size, const char* function) {
@@ -107,8 +105,8 @@ namespace TuningUtils {
 
 int MakePrefix(char* buf, int size, int uniqueKey, int frameNo, int requestNo, int evValue) {
     camtune::naming::NameWriter writer(buf, size);
-    return camtune::naming::writePrefix(writer, uniqueKey, frameNo, requestNo, evValue,
-                                        camtune::naming::exposureInNames());
+    return camtune::naming::MakePrefix(writer, uniqueKey, frameNo, requestNo, evValue,
+                                       camtune::naming::exposureInNames());
 }
 
 }  // namespace TuningUtils
