@@ -1,0 +1,159 @@
+// Check of a reprocess configuration, line by line, with the library's own parser.
+#include <set>
+#include <stdexcept>
+#include <string>
+
+#include "camtune/file_read_rule.h"
+#include "dumpin/line_scanner.h"
+#include "dumpin/lint.h"
+#include "dumpin/lint_messages.h"
+#include "dumpin/list_text.h"
+#include "dumpin/list_vocabulary.h"
+#include "dumpin/reprocess_parser.h"
+
+namespace camtune {
+namespace dumpin {
+namespace {
+
+using NSCam::TuningUtils::TUNING_CFG_T;
+
+// True when the library's decimal conversion accepts `text`.
+bool isDecimal(const std::string& text) {
+    try {
+        std::stoi(text);
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+std::string trimmed(const std::string& text) {
+    size_t begin = text.find_first_not_of(" \t\r\n");
+    if (begin == std::string::npos) return std::string();
+    size_t end = text.find_last_not_of(" \t\r\n");
+    return text.substr(begin, end - begin + 1);
+}
+
+class ReprocessLinter {
+public:
+    ReprocessLinter() : mParser(mFrames) {}
+
+    void check(int number, const std::string& line) {
+        mNumber = number;
+        ReprocLineKind kind = classifyReprocLine(line, mParser.inBlock());
+        switch (kind) {
+            case ReprocLineKind::BlockOpen:
+                checkMarker(line, kBlockOpen);
+                break;
+            case ReprocLineKind::BlockClose:
+                checkMarker(line, kBlockClose);
+                if (mParser.inBlock() && mParser.hasPendingEntries() && !mPendingReported) {
+                    report(lint::kNoEndOfFrame);
+                    mPendingReported = true;
+                }
+                break;
+            case ReprocLineKind::Skipped:
+                if (!lint::isBlank(line) && !contains(line, kCommentMark)) {
+                    report(lint::kShortLine);
+                }
+                break;
+            case ReprocLineKind::EndOfFrame:
+                checkMarker(line, kEndOfFrame);
+                if (!mParser.hasPendingEntries()) report(lint::kEmptyFrame);
+                mFormats.clear();
+                mPendingReported = false;
+                mFirstPending = 0;
+                break;
+            case ReprocLineKind::Entry:
+                if (!checkEntry(line)) return;
+                if (mFirstPending == 0) mFirstPending = number;
+                break;
+            case ReprocLineKind::Value:
+                if (!checkValue(line)) return;
+                break;
+            case ReprocLineKind::Ignored:
+                if (!lint::isBlank(line)) report(lint::kOutsideBlock);
+                break;
+        }
+        mParser.feed(line);
+    }
+
+    std::vector<LintFinding> finish() {
+        if (mParser.hasPendingEntries() && !mPendingReported) {
+            mFindings.push_back({mFirstPending, lint::kDroppedEntries});
+        }
+        return std::move(mFindings);
+    }
+
+private:
+    void report(const std::string& message) { mFindings.push_back({mNumber, message}); }
+
+    void checkMarker(const std::string& line, const char* marker) {
+        if (trimmed(line) != marker) report(lint::format(lint::kMarkerWithText, marker));
+    }
+
+    // False when the library would throw on this line, which is then not applied.
+    bool checkEntry(const std::string& line) {
+        std::string missing = lint::checkEntrySeparators(line);
+        if (!missing.empty()) report(missing);
+        std::string rest = line;
+        TUNING_CFG_T entry;
+        NSCam::TuningUtils::Extract_Tuning_CFG(rest, entry);
+        if (!isDecimal(entry.str_reqNum)) {
+            report(lint::format(lint::kReprocRequestNaN, entry.str_reqNum.c_str()));
+            return false;
+        }
+        if (contains(entry.str_format, kNr3dWord)) {
+            if (!isDecimal(entry.str_file)) {
+                report(lint::format(lint::kNr3dNaN, entry.str_file.c_str()));
+                return false;
+            }
+        } else if (!contains(entry.str_format, kFrameNoKeyword)) {
+            std::string bad = lint::checkPath(entry.str_file);
+            if (!bad.empty()) report(bad);
+        }
+        if (!contains(entry.str_format, kFrameNoKeyword) &&
+            !mFormats.insert(entry.str_format).second) {
+            report(lint::format(lint::kDuplicateFormat, entry.str_format.c_str()));
+        }
+        return true;
+    }
+
+    bool checkValue(const std::string& line) {
+        std::string format;
+        std::string value;
+        splitValueLine(line, format, value);
+        if (contains(format, kUniqueKeyWord)) {
+            if (value.empty()) report(lint::kEmptyUniqueKey);
+            return true;
+        }
+        if (!isDecimal(value)) {
+            report(lint::format(lint::kStrideNaN, value.c_str()));
+            return false;
+        }
+        return true;
+    }
+
+    std::vector<NSCam::TuningUtils::TUNING_REPROCESS_CFG_T> mFrames;
+    ReprocParser mParser;
+    int mNumber = 0;
+    int mFirstPending = 0;
+    bool mPendingReported = false;
+    std::set<std::string> mFormats;
+    std::vector<LintFinding> mFindings;
+};
+
+}  // namespace
+
+std::vector<LintFinding> lintReprocessConfig(std::istream& in) {
+    ReprocessLinter linter;
+    int number = 0;
+    scanLines(in, [&](std::string& line) {
+        linter.check(++number, line);
+        return false;
+    });
+    return linter.finish();
+}
+
+}  // namespace dumpin
+}  // namespace camtune
