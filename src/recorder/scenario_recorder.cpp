@@ -122,14 +122,6 @@ void ScenarioRecorder::openFileWriter(FileWriter* writer, const char* kind) {
     writer->open(true, prefix, false);
 }
 
-void ScenarioRecorder::removeCaptureWriter(int64_t key) {
-    std::lock_guard<std::mutex> guard(mWriterLock);
-    auto it = mCaptureWriters.find(key);
-    if (it == mCaptureWriters.end()) return;
-    mCaptureWriters.erase(it);
-    CAM_LOGI("[%s] Remove fileWriter key(%llu)", __func__, static_cast<unsigned long long>(key));
-}
-
 ScenarioRecorder::Stats ScenarioRecorder::stats() const {
     std::lock_guard<std::mutex> guard(mLock);
     return Stats{mToBeFlushed.size(), mWritingList.size(), mEmptyBuffers.size(), mActive.size()};

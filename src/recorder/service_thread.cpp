@@ -15,6 +15,11 @@ namespace scenariorecorder {
 
 namespace props = camtune::props;
 
+namespace {
+// The helpers below are steps of the service loop and log under its name.
+constexpr char kServiceFunction[] = "serviceThreadEntry";
+}  // namespace
+
 void ScenarioRecorder::setNice(int niceValue) {
     int result = mSetPriority ? mSetPriority(niceValue) : 0;
     // Without the privilege for a negative nice value the thread keeps the priority it has;
@@ -67,7 +72,7 @@ void ScenarioRecorder::waitForProducers(std::unique_lock<std::mutex>& lock, Buff
 void ScenarioRecorder::writeOut(Buffer* first, bool endOfBatch) {
     std::shared_ptr<FileWriter> writer = getFileWriterFromContainer(first->key);
     if (writer->fd() < 0) {
-        CAM_LOGE(CAMTUNE_RECORDER_NO_FILE_MSG, __func__);
+        CAM_LOGE(CAMTUNE_RECORDER_NO_FILE_MSG, kServiceFunction);
         return;
     }
     // The headlines of the whole chain form the request's first line.
@@ -106,6 +111,16 @@ void ScenarioRecorder::writeOut(Buffer* first, bool endOfBatch) {
         }
         if (preview != writer && preview->fd() >= 0) preview->flush(true);
     }
+}
+
+void ScenarioRecorder::removeCaptureWriter(int64_t key) {
+    std::lock_guard<std::mutex> guard(mWriterLock);
+    auto it = mCaptureWriters.find(key);
+    if (it == mCaptureWriters.end()) return;
+    // The capture request is written: its file is closed with the writer.
+    mCaptureWriters.erase(it);
+    CAM_LOGI("[%s] Remove fileWriter key(%llu)", kServiceFunction,
+             static_cast<unsigned long long>(key));
 }
 
 void ScenarioRecorder::recycle(BufferPtr buffer) {
