@@ -128,10 +128,11 @@ void FileReadRule::initReprocInfo() {
     list.frames.clear();
     std::ifstream config = openListFile(camtune::props::kReprocessConfigPath);
     ReprocParser parser(list.frames);
+    const char* name = __func__;
     scanLines(config, [&](std::string& line) {
         if (parser.feed(line) == ReprocLineKind::EndOfFrame) {
             const TUNING_REPROCESS_CFG_T& frame = list.frames.back();
-            CAM_LOGD(msg::kReprocFrame, __func__, frame.reqNum, frame.ispProfile.c_str(),
+            CAM_LOGD(msg::kReprocFrame, name, frame.reqNum, frame.ispProfile.c_str(),
                      static_cast<int>(frame.nr3dEntries.size()),
                      static_cast<int>(frame.fileEntries.size()));
         }
