@@ -1,0 +1,77 @@
+// OdtUtils: the per-sensor on-device tuning instance behind IOdtUtils.
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "camtune/odt.h"
+
+namespace NSCam {
+namespace TuningUtils {
+
+class OdtUtils : public IOdtUtils {
+public:
+    // A configuration frame keeps at most this many bound pipeline frames, dropping the oldest.
+    static constexpr size_t kMaxBoundFrames = 256;
+
+    explicit OdtUtils(uint32_t sensorId);
+
+    bool is_enable() override;
+    bool is_enable(eModule module, int stage, int index, int feature) override;
+    bool is_enable(unsigned int frameNo, eModule module, int stage, int feature,
+                   int sensorId) override;
+    void stream_on() override;
+    void stream_off() override;
+    void frame_begin(unsigned int frameNo) override;
+    void frame_end(unsigned int frameNo) override;
+    qel_tuning_cfg_prefix get_cfg_prefix(unsigned int frameNo) override;
+    std::string get_cfg_info(unsigned int frameNo, eModule module, int stage, int feature,
+                             int sensorId) override;
+    std::string get_cfg_info(eModule module, int stage, unsigned int index, int feature,
+                             int sensorId) override;
+    void create_config_file(unsigned int uniqueKey) override;
+    void write_frame_data(std::string module, unsigned int frameNo, std::string sensor, int stage,
+                          int feature, std::string file) override;
+    void write_frame_end(unsigned int frameNo) override;
+    void write_frame_order(std::vector<unsigned int> order) override;
+    void readProperty() override;
+    void parsingFile() override;
+    void write_info(std::string text) override;
+
+    // Snapshots for inspection by tests and tools.
+    std::vector<qel_tuning_cfg_frame> configFrames() const;
+    std::vector<uint32_t> frameOrder() const;
+    std::string dumpinPath() const;
+
+private:
+    // The configuration frame `frameNo` is bound to, or null. Needs mLock.
+    const qel_tuning_cfg_frame* boundFrameLocked(uint32_t frameNo) const;
+    // The item under `key` of configuration frame `frame` (null allowed), or null. Needs mLock.
+    static const qel_tuning_cfg_item* findItem(const qel_tuning_cfg_frame* frame, const char* key);
+    // Appends `text` to `path`; logs under `caller` when the file cannot be opened or written.
+    static void append(const std::string& path, const std::string& text, const char* caller);
+    // True when the kept dump-in path names a file. Needs mLock.
+    bool hasDumpinPathLocked() const;
+    // A negative sensor id means "this instance's sensor".
+    bool isOwnSensor(int sensorId) const;
+
+    const uint32_t mSensorId;
+    // Flags are read without the lock by the disabled fast paths.
+    std::atomic<bool> mEnable{false};
+    std::atomic<bool> mStreaming{false};
+
+    mutable std::mutex mLock;   // guards everything below
+    int32_t mRepeatCount = 0;   // passes over the configuration frames still to replay
+    uint32_t mFrameCursor = 0;  // configuration frame the next pipeline frame binds to
+    std::string mDumpinPath;
+    std::string mConfigPath;
+    std::vector<qel_tuning_cfg_frame> mFrames;
+    std::vector<uint32_t> mFrameOrder;
+};
+
+}  // namespace TuningUtils
+}  // namespace NSCam
