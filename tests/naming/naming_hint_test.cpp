@@ -95,15 +95,6 @@ TEST(NamingHintFromMetadata, ExposureLabelOnlyForMultiExposureModes) {
     }
 }
 
-TEST(NamingHintFromMetadata, ExposureLabelIsKeptWhenNotMultiExposure) {
-    FILE_DUMP_NAMING_HINT hint;
-    std::strcpy(hint.ExpString, "NorExp");
-    IMetadata meta;
-    IMetadata::setEntry<int32_t>(&meta, kExposureSelectorTag, 3);
-    EXPECT_TRUE(NSCam::TuningUtils::extract(&hint, &meta));
-    EXPECT_STREQ(hint.ExpString, "NorExp");
-}
-
 // A buffer that reports whatever stride and bits per pixel a test needs.
 class ReportingBuffer : public NSCam::IImageBuffer {
 public:
@@ -193,12 +184,6 @@ TEST_F(NamingHintFromSensor, OpenIdGivesDeviceAndColourOrder) {
     EXPECT_EQ(byDevice.SensorDev, 2);
     EXPECT_EQ(byDevice.SensorFormatOrder, 1);
     EXPECT_EQ(byDevice.SensorOpenId, -1);
-}
-
-TEST_F(NamingHintFromSensor, UnknownDeviceReadsAZeroedRecord) {
-    FILE_DUMP_NAMING_HINT hint;
-    EXPECT_TRUE(NSCam::TuningUtils::extract_by_SensorDev(&hint, 128));
-    EXPECT_EQ(hint.SensorFormatOrder, 0);
 }
 
 TEST_F(NamingHintFromSensor, WithoutSensorListOrderIsUnknown) {
