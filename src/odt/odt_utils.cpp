@@ -2,6 +2,7 @@
 
 #include "odt/odt_utils.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -90,20 +91,22 @@ void OdtUtils::parsingFile() {
             CAM_LOGD("[%s] earse sensor_list[%d]=%s", __func__, id, sensor.c_str());
         }
     }
-
-    std::lock_guard<std::mutex> guard(mLock);
-    mConfigPath = path;
-    mFrames = std::move(config.frames);
-    mFrameOrder = std::move(config.order);
-    mFrameCursor = 0;
-    for (size_t i = 0; i < mFrames.size(); ++i) {
-        for (const auto& [key, item] : mFrames[i].items) {
+    for (size_t i = 0; i < config.frames.size(); ++i) {
+        for (const auto& [key, item] : config.frames[i].items) {
             CAM_LOGD("[%s] m_cfg_frames[%d].items[%s]->module=%s, file=%s", __func__,
                      static_cast<int>(i), key.c_str(), item.module.c_str(), item.file.c_str());
         }
     }
-    CAM_LOGI("[%s] cfg_frames.size(%d), camera_count(%d)", __func__,
-             static_cast<int>(mFrames.size()), static_cast<int>(config.sensors.size()));
+    int frameCount = static_cast<int>(config.frames.size());
+    {
+        std::lock_guard<std::mutex> guard(mLock);
+        mConfigPath = path;
+        mFrames = std::move(config.frames);
+        mFrameOrder = std::move(config.order);
+        mFrameCursor = 0;
+    }
+    CAM_LOGI("[%s] cfg_frames.size(%d), camera_count(%d)", __func__, frameCount,
+             static_cast<int>(config.sensors.size()));
 }
 
 void OdtUtils::stream_on() {
@@ -126,42 +129,64 @@ bool OdtUtils::is_enable() {
 
 void OdtUtils::frame_begin(unsigned int frameNo) {
     if (!mEnable.load()) return;
-    std::lock_guard<std::mutex> guard(mLock);
-    if (mRepeatCount == 0) {
-        mRepeatCount = props::getInt(props::kOdtStart, 0);
-        CAM_LOGD("[%s] m_start_count(%d)", __func__, mRepeatCount);
+    // What happened, logged once the lock is released.
+    bool reread = false;
+    int32_t startCount = 0;
+    int32_t repeatCount = 0;
+    int bound = -1;
+    int boundCount = 0;
+    bool passDone = false;
+    {
+        std::lock_guard<std::mutex> guard(mLock);
+        if (mRepeatCount == 0) {
+            mRepeatCount = props::getInt(props::kOdtStart, 0);
+            reread = true;
+            startCount = mRepeatCount;
+        }
+        repeatCount = mRepeatCount;
+        if (mStreaming.load() && mRepeatCount != 0 && !mFrames.empty()) {
+            if (mFrameCursor >= mFrames.size()) mFrameCursor = 0;
+            qel_tuning_cfg_frame& frame = mFrames[mFrameCursor];
+            frame.sw_frame_ids.push_back(frameNo);
+            bound = static_cast<int>(mFrameCursor);
+            boundCount = static_cast<int>(frame.sw_frame_ids.size());
+            mFrameCursor = static_cast<uint32_t>((mFrameCursor + 1) % mFrames.size());
+            if (frame.sw_frame_ids.size() > kMaxBoundFrames) {
+                frame.sw_frame_ids.erase(frame.sw_frame_ids.begin());
+            }
+            if (mFrameCursor == 0 && mRepeatCount != 0) {
+                --mRepeatCount;
+                props::set(props::kOdtStart, mRepeatCount);
+                repeatCount = mRepeatCount;
+                passDone = true;
+            }
+        }
     }
-    if (!mStreaming.load() || mRepeatCount == 0 || mFrames.empty()) return;
-    if (mFrameCursor >= mFrames.size()) mFrameCursor = 0;
-
-    qel_tuning_cfg_frame& frame = mFrames[mFrameCursor];
-    frame.sw_frame_ids.push_back(frameNo);
-    CAM_LOGD("[%s] cfg_frames[%d].sw_frame_ids add (%d), size=(%d)", __func__,
-             static_cast<int>(mFrameCursor), static_cast<int>(frameNo),
-             static_cast<int>(frame.sw_frame_ids.size()));
-    mFrameCursor = static_cast<uint32_t>((mFrameCursor + 1) % mFrames.size());
-    if (frame.sw_frame_ids.size() > kMaxBoundFrames) {
-        frame.sw_frame_ids.erase(frame.sw_frame_ids.begin());
+    if (reread) CAM_LOGD("[%s] m_start_count(%d)", __func__, startCount);
+    if (bound >= 0) {
+        CAM_LOGD("[%s] cfg_frames[%d].sw_frame_ids add (%d), size=(%d)", __func__, bound,
+                 static_cast<int>(frameNo), boundCount);
     }
-    if (mFrameCursor == 0 && mRepeatCount != 0) {
-        --mRepeatCount;
+    if (passDone) {
         char text[16];
-        std::snprintf(text, sizeof(text), "%d", mRepeatCount);
-        props::set(props::kOdtStart, text);
+        std::snprintf(text, sizeof(text), "%d", repeatCount);
         CAM_LOGD("[%s] repeat count=%s", __func__, text);
     }
 }
 
 void OdtUtils::frame_end(unsigned int frameNo) {
-    std::lock_guard<std::mutex> guard(mLock);
-    for (size_t i = 0; i < mFrames.size(); ++i) {
-        for (uint32_t id : mFrames[i].sw_frame_ids) {
-            if (id == frameNo) {
-                CAM_LOGD("[%s] cfg_frames[%d].sw_frame_id=%d", __func__, static_cast<int>(i),
-                         static_cast<int>(frameNo));
-                return;
+    int holder = -1;
+    {
+        std::lock_guard<std::mutex> guard(mLock);
+        for (size_t i = 0; i < mFrames.size() && holder < 0; ++i) {
+            const std::vector<uint32_t>& ids = mFrames[i].sw_frame_ids;
+            if (std::find(ids.begin(), ids.end(), frameNo) != ids.end()) {
+                holder = static_cast<int>(i);
             }
         }
+    }
+    if (holder >= 0) {
+        CAM_LOGD("[%s] cfg_frames[%d].sw_frame_id=%d", __func__, holder, static_cast<int>(frameNo));
     }
 }
 
@@ -266,15 +291,21 @@ void OdtUtils::create_config_file(unsigned int uniqueKey) {
     CAM_LOGI("[%s] key(%d)", __func__, static_cast<int>(uniqueKey));
     char path[kPathSize];
     std::snprintf(path, sizeof(path), kDumpinPathFormat, static_cast<int>(uniqueKey));
-    std::lock_guard<std::mutex> guard(mLock);
-    std::unique_ptr<FILE, fs::FileCloser> file(fs::fopen(path, "w"));
-    if (!file) {
-        int error = errno;
-        mDumpinPath.clear();
+    int error = 0;
+    {
+        std::lock_guard<std::mutex> guard(mLock);
+        std::unique_ptr<FILE, fs::FileCloser> file(fs::fopen(path, "w"));
+        if (file) {
+            mDumpinPath = path;
+        } else {
+            error = errno;
+            mDumpinPath.clear();
+        }
+    }
+    if (error != 0) {
         CAM_LOGE(ODT_FOPEN_FAIL, __func__, error, std::strerror(error));
         return;
     }
-    mDumpinPath = path;
     CAM_LOGI("[%s] dump-in cfg = %d", __func__, static_cast<int>(uniqueKey));
 }
 
@@ -282,23 +313,34 @@ bool OdtUtils::hasDumpinPathLocked() const {
     return mDumpinPath.size() >= kMinPathLength;
 }
 
-void OdtUtils::append(const std::string& path, const std::string& text, const char* caller) {
+OdtUtils::AppendResult OdtUtils::append(const std::string& path, const std::string& text) {
     std::unique_ptr<FILE, fs::FileCloser> file(fs::fopen(path.c_str(), "a"));
-    if (!file) {
-        int error = errno;
-        CAM_LOGE(ODT_FOPEN_FAIL, caller, error, std::strerror(error));
-        return;
-    }
+    if (!file) return {AppendResult::OpenFailed, errno};
     if (std::fwrite(text.data(), 1, text.size(), file.get()) != text.size()) {
-        int error = errno;
-        CAM_LOGE("[%s] write fail, errno(%d):%s", caller, error, std::strerror(error));
+        return {AppendResult::WriteFailed, errno};
+    }
+    return {AppendResult::Done, 0};
+}
+
+void OdtUtils::report(const AppendResult& result, const char* caller, std::string_view line) {
+    switch (result.outcome) {
+        case AppendResult::Skipped:
+            return;
+        case AppendResult::OpenFailed:
+            CAM_LOGE(ODT_FOPEN_FAIL, caller, result.error, std::strerror(result.error));
+            return;
+        case AppendResult::WriteFailed:
+            CAM_LOGE("[%s] write fail, errno(%d):%s", caller, result.error,
+                     std::strerror(result.error));
+            return;
+        case AppendResult::Done:
+            CAM_LOGD("[%s] %.*s", caller, static_cast<int>(line.size()), line.data());
+            return;
     }
 }
 
 void OdtUtils::write_frame_data(std::string module, unsigned int frameNo, std::string sensor,
                                 int stage, int feature, std::string file) {
-    std::lock_guard<std::mutex> guard(mLock);
-    if (!hasDumpinPathLocked()) return;
     std::string line = odt::formatDataLine(module, frameNo, sensor, stage, feature, file);
     // Only lines that read back as written go in, so a replay never trips over its own file.
     bool readable = false;
@@ -309,13 +351,18 @@ void OdtUtils::write_frame_data(std::string module, unsigned int frameNo, std::s
     } catch (const std::exception&) {
         readable = false;
     }
+    AppendResult result;
+    {
+        std::lock_guard<std::mutex> guard(mLock);
+        if (!hasDumpinPathLocked()) return;
+        if (readable) result = append(mDumpinPath, line);
+    }
     if (!readable) {
         CAM_LOGE("[%s] not written, the line would not read back: %.*s", __func__,
                  static_cast<int>(chomp(line).size()), chomp(line).data());
         return;
     }
-    append(mDumpinPath, line, __func__);
-    CAM_LOGD("[%s] %.*s", __func__, static_cast<int>(chomp(line).size()), chomp(line).data());
+    report(result, __func__, chomp(line));
 }
 
 void OdtUtils::write_frame_end(unsigned int frameNo) {
@@ -323,18 +370,22 @@ void OdtUtils::write_frame_end(unsigned int frameNo) {
 }
 
 void OdtUtils::write_frame_order(std::vector<unsigned int> order) {
-    std::lock_guard<std::mutex> guard(mLock);
-    if (!hasDumpinPathLocked()) return;
     std::string line = odt::formatOrderLine(std::vector<uint32_t>(order.begin(), order.end()));
-    append(mDumpinPath, line, __func__);
-    CAM_LOGD("[%s] %.*s", __func__, static_cast<int>(chomp(line).size()), chomp(line).data());
+    AppendResult result;
+    {
+        std::lock_guard<std::mutex> guard(mLock);
+        if (hasDumpinPathLocked()) result = append(mDumpinPath, line);
+    }
+    report(result, __func__, chomp(line));
 }
 
 void OdtUtils::write_info(std::string text) {
-    std::lock_guard<std::mutex> guard(mLock);
-    if (!hasDumpinPathLocked()) return;
-    append(mDumpinPath + kInfoSuffix, text + "\n", __func__);
-    CAM_LOGD("[%s] %s", __func__, text.c_str());
+    AppendResult result;
+    {
+        std::lock_guard<std::mutex> guard(mLock);
+        if (hasDumpinPathLocked()) result = append(mDumpinPath + kInfoSuffix, text + "\n");
+    }
+    report(result, __func__, text);
 }
 
 std::vector<qel_tuning_cfg_frame> OdtUtils::configFrames() const {

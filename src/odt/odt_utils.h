@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "camtune/odt.h"
@@ -52,8 +53,14 @@ private:
     const qel_tuning_cfg_frame* boundFrameLocked(uint32_t frameNo) const;
     // The item under `key` of configuration frame `frame` (null allowed), or null. Needs mLock.
     static const qel_tuning_cfg_item* findItem(const qel_tuning_cfg_frame* frame, const char* key);
-    // Appends `text` to `path`; logs under `caller` when the file cannot be opened or written.
-    static void append(const std::string& path, const std::string& text, const char* caller);
+    struct AppendResult {
+        enum Outcome { Skipped, OpenFailed, WriteFailed, Done } outcome = Skipped;
+        int error = 0;  // errno of a failure
+    };
+    // Appends `text` to `path`. Logs nothing, so it can run under mLock.
+    static AppendResult append(const std::string& path, const std::string& text);
+    // Logs the outcome of an append under `caller`; `line` is what was written.
+    static void report(const AppendResult& result, const char* caller, std::string_view line);
     // True when the kept dump-in path names a file. Needs mLock.
     bool hasDumpinPathLocked() const;
     // A negative sensor id means "this instance's sensor".

@@ -91,6 +91,8 @@ TEST(OdtLintTest, EveryRejectedLineIsReported) {
     }
 }
 
+// The documented example, where the build says where it is (the host build does).
+#ifdef CAMTUNE_ODT_EXAMPLE
 TEST(OdtLintTest, ExampleConfigurationIsClean) {
     std::ifstream in(CAMTUNE_ODT_EXAMPLE);
     ASSERT_TRUE(in.good()) << CAMTUNE_ODT_EXAMPLE;
@@ -99,8 +101,13 @@ TEST(OdtLintTest, ExampleConfigurationIsClean) {
 
     std::ifstream again(CAMTUNE_ODT_EXAMPLE);
     ReplayConfig config = readReplayConfig(again, 0);
-    EXPECT_EQ(3u, config.frames.size());
+    ASSERT_EQ(3u, config.frames.size());
+    EXPECT_EQ(122, config.frames[0].frame_no);
+    EXPECT_EQ(120, config.frames[1].frame_no);
+    EXPECT_EQ(2u, config.frames[1].items.count("Preview,AFBLD_F0,AAO") +
+                          config.frames[1].items.count("Preview,AFBLD_F0,LSC"));
 }
+#endif
 
 }  // namespace
 }  // namespace odt
