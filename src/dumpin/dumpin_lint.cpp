@@ -177,11 +177,12 @@ private:
     // A later entry the search can never reach: same format and profile, and the same request
     // where the profile makes the search compare it.
     void checkShadowed(const TUNING_CFG_T& entry, EntryForm form) {
-        bool perRequest =
-                form == EntryForm::Tuning &&
-                                entry.str_format != NSCam::TuningUtils::kLpcnrTuningKeyword
-                        ? isRequestSensitive(entry.str_ispProfile)
-                        : contains(entry.str_ispProfile, kMfnrWord);
+        // Extract_File's searches know four request-sensitive words; LPCNR and frame numbers
+        // only "MFNR".
+        bool extractFileSearch = form == EntryForm::Tuning &&
+                                 entry.str_format != NSCam::TuningUtils::kLpcnrTuningKeyword;
+        bool perRequest = extractFileSearch ? isRequestSensitive(entry.str_ispProfile)
+                                            : contains(entry.str_ispProfile, kMfnrWord);
         std::string key = entry.str_format + '\n';
         if (form != EntryForm::FrameNo) key += entry.str_ispProfile;
         if (perRequest) key += '\n' + entry.str_reqNum;
