@@ -93,7 +93,8 @@ void ScenarioRecorder::writeOut(Buffer* first, bool endOfBatch) {
         char* end = b->cursor;
         for (char* p = b->data; p < end;) {
             LogHeader* header = reinterpret_cast<LogHeader*>(p);
-            if (header->size < kRecordHeaderSize || header->size > end - p) break;
+            size_t left = static_cast<size_t>(end - p);
+            if (header->size < kRecordHeaderSize || header->size > left) break;
             // The buffer is the service thread's now: bound the text whatever was copied in.
             p[header->size - 1] = '\0';
             writer->onWriteLog(header->text());

@@ -107,7 +107,6 @@ TEST_F(LogSpaceTest, LargestRecordIsAcceptedInItsOwnBuffer) {
 }
 
 TEST_F(LogSpaceTest, OversizedRecordStopsTheProcess) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
     ScenarioRecorder::Buffer* buffer = nullptr;
     LogHeader* header = nullptr;
     EXPECT_DEATH(mRecorder.allocLogSpace(2, 2, 262145, &header, &buffer),

@@ -61,6 +61,26 @@ protected:
         return found;
     }
 
+    struct Held {
+        int uniqueKey, requestNo;
+        ScenarioRecorder::Buffer* buffer;
+        LogHeader* header;
+    };
+
+    // Leaves a record of (uniqueKey, requestNo) unfinished until the service thread has taken
+    // its request and waits for it; records made meanwhile are written in the next batch.
+    Held hold(ScenarioRecorder& recorder, int uniqueKey, int requestNo) {
+        Held held{uniqueKey, requestNo, nullptr, nullptr};
+        recorder.allocLogSpace(uniqueKey, requestNo, 64, &held.header, &held.buffer);
+        EXPECT_TRUE(camtune::test::eventually([&] { return recorder.stats().toBeFlushed == 1; }));
+        return held;
+    }
+
+    void release(ScenarioRecorder& recorder, const Held& held) {
+        std::snprintf(held.header->text(), held.header->textCapacity(), "held");
+        recorder.finishLogSpace(held.uniqueKey, held.requestNo, held.buffer);
+    }
+
     std::vector<int> niceValues() {
         std::lock_guard<std::mutex> guard(mNiceLock);
         return mNiceValues;
@@ -76,8 +96,11 @@ TEST_F(ServiceThreadTest, PreviewRequestIsWrittenWithItsHeadlineFirst) {
     LogCapture log;
     ScenarioRecorder& recorder = start();
     recorder.recordNddInfo(7, 21, 3, false);
+    // Both records must reach the same batch, so the thread is kept busy meanwhile.
+    Held held = hold(recorder, 7, 20);
     ASSERT_TRUE(recorder.submitRecordText(7, 21, "capture start record", "capture start"));
     ASSERT_TRUE(recorder.submitRecordText(7, 21, "jpeg done record", "jpeg done"));
+    release(recorder, held);
     ASSERT_TRUE(recorder.waitUntilIdle(20s));
 
     std::string file = fileOf("preview");
@@ -86,11 +109,12 @@ TEST_F(ServiceThreadTest, PreviewRequestIsWrittenWithItsHeadlineFirst) {
                                             "[0-9]{4}_[0-9]{4}_[0-9]{6}_TuningLog_01\\.txt")))
             << file;
     EXPECT_EQ(mRoot.readFile(file),
+              "[UKey: 7][ReqNum: 20]\nheld\n"
               "[UKey: 7][ReqNum: 21], capture start, jpeg done\n"
               "capture start record\njpeg done record\n");
     auto stats = recorder.stats();
     EXPECT_EQ(stats.active, 0u);
-    EXPECT_EQ(stats.emptyBuffers, 1u);
+    EXPECT_EQ(stats.emptyBuffers, 2u);
     EXPECT_EQ(log.count(Level::Info,
                         "[serviceThreadEntry] ScenarioRecorder is running; flushInterval = 2 ms"),
               1);
@@ -204,15 +228,12 @@ TEST_F(ServiceThreadTest, RequestWithoutFileIsDroppedWithAnError) {
 TEST_F(ServiceThreadTest, LongQueueBoostsTheThreadWhichStepsBackWhenIdle) {
     ScenarioRecorder& recorder = start();
     recorder.recordNddInfo(5, 0, 0, false);
-    // Hold the thread on an unfinished record while eleven more requests pile up.
-    ScenarioRecorder::Buffer* held = nullptr;
-    LogHeader* header = nullptr;
-    recorder.allocLogSpace(5, 0, 64, &header, &held);
-    ASSERT_TRUE(eventually([&] { return recorder.stats().toBeFlushed == 1; }));
-    for (int request = 1; request <= 11; ++request)
+    // Eleven requests pile up while the thread waits on an unfinished record.
+    Held held = hold(recorder, 5, 0);
+    for (int request = 1; request <= 11; ++request) {
         recorder.submitRecordText(5, request, "x", nullptr);
-    std::snprintf(header->text(), header->textCapacity(), "held");
-    recorder.finishLogSpace(5, 0, held);
+    }
+    release(recorder, held);
     ASSERT_TRUE(recorder.waitUntilIdle(20s));
     const std::vector<int> expected{19, -4, 0, 10, 19};
     ASSERT_TRUE(eventually([&] { return niceValues().size() >= expected.size(); }));
@@ -227,13 +248,11 @@ TEST_F(ServiceThreadTest, RefusedPriorityIsLoggedOnceAndIgnored) {
     mNiceResult = -EPERM;
     ScenarioRecorder& recorder = start();
     recorder.recordNddInfo(5, 0, 0, false);
-    ScenarioRecorder::Buffer* held = nullptr;
-    LogHeader* header = nullptr;
-    recorder.allocLogSpace(5, 0, 64, &header, &held);
-    ASSERT_TRUE(eventually([&] { return recorder.stats().toBeFlushed == 1; }));
-    for (int request = 1; request <= 11; ++request)
+    Held held = hold(recorder, 5, 0);
+    for (int request = 1; request <= 11; ++request) {
         recorder.submitRecordText(5, request, "x", nullptr);
-    recorder.finishLogSpace(5, 0, held);
+    }
+    release(recorder, held);
     ASSERT_TRUE(recorder.waitUntilIdle(20s));
     ASSERT_TRUE(eventually([&] { return niceValues().size() >= 5u; }));
     EXPECT_EQ(log.countContaining("Cannot set nice value"), 1);
