@@ -20,6 +20,7 @@ constexpr size_t kOpCount = static_cast<size_t>(testing::Op::Rename) + 1;
 
 struct Faults {
     std::mutex lock;
+    std::array<int, kOpCount> passes{};
     std::array<int, kOpCount> remaining{};
     std::array<int, kOpCount> error{};
     bool freeSpaceSet = false;
@@ -47,6 +48,10 @@ bool injectFault(testing::Op op) {
     std::lock_guard<std::mutex> guard(f.lock);
     size_t index = static_cast<size_t>(op);
     if (f.remaining[index] <= 0) return false;
+    if (f.passes[index] > 0) {
+        --f.passes[index];
+        return false;
+    }
     --f.remaining[index];
     errno = f.error[index];
     updateArmed(f);
@@ -87,9 +92,9 @@ void setRoot(const char* value) {
 
 std::string hostPath(const char* path) {
     if (path == nullptr) return std::string();
-    if (path[0] != '/') return path;
     std::string prefix = root();
     if (prefix.empty()) return path;
+    if (path[0] != '/') return prefix + "/" + path;
     // A path already inside the root (for example one built from hostPath) stays as it is.
     if (std::strncmp(path, prefix.c_str(), prefix.size()) == 0 &&
         (path[prefix.size()] == '/' || path[prefix.size()] == '\0')) {
@@ -191,6 +196,16 @@ DIR* opendir(const char* path) {
     return ::opendir(hostPath(path).c_str());
 }
 
+const char* readdirName(DIR* dir) {
+#if defined(__GLIBC__) && !defined(__LP64__) && (!defined(_FILE_OFFSET_BITS) || _FILE_OFFSET_BITS != 64)
+    // A 32-bit readdir fails with EOVERFLOW on file systems with 64-bit inode numbers.
+    const struct dirent64* entry = ::readdir64(dir);
+#else
+    const struct dirent* entry = ::readdir(dir);
+#endif
+    return entry != nullptr ? entry->d_name : nullptr;
+}
+
 int unlink(const char* path) {
     if (injectFault(testing::Op::Unlink)) return -1;
     return ::unlink(hostPath(path).c_str());
@@ -213,9 +228,10 @@ std::ifstream openInput(const char* path) {
 
 namespace testing {
 
-void failNext(Op op, int count, int err) {
+void failNext(Op op, int count, int err, int passes) {
     Faults& f = faults();
     std::lock_guard<std::mutex> guard(f.lock);
+    f.passes[static_cast<size_t>(op)] = passes;
     f.remaining[static_cast<size_t>(op)] = count;
     f.error[static_cast<size_t>(op)] = err;
     updateArmed(f);

@@ -3,7 +3,9 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <algorithm>
 #include <functional>
+#include <vector>
 #include <memory>
 #include <string>
 
@@ -18,12 +20,13 @@ using fs::testing::Op;
 TEST(FsRoot, AbsolutePathsAreResolvedUnderTheRoot) {
     test::TempRoot root;
     EXPECT_EQ(fs::hostPath("/data/vendor/x"), root.path() + "/data/vendor/x");
-    EXPECT_EQ(fs::hostPath("relative/x"), "relative/x");
+    EXPECT_EQ(fs::hostPath("relative/x"), root.path() + "/relative/x");
     // A path already inside the root is not prefixed twice.
     EXPECT_EQ(fs::hostPath((root.path() + "/a").c_str()), root.path() + "/a");
 
     fs::setRoot("");
     EXPECT_EQ(fs::hostPath("/data/vendor/x"), "/data/vendor/x");
+    EXPECT_EQ(fs::hostPath("relative/x"), "relative/x");
     fs::setRoot((root.path() + "///").c_str());
     EXPECT_EQ(fs::hostPath("/x"), root.path() + "/x");
 }
@@ -91,6 +94,30 @@ TEST(FsFaults, WriteAndUnlinkFaultsLeaveTheFileAlone) {
     fs::testing::reset();
     EXPECT_EQ(fs::unlink("/d/file"), 0);
     EXPECT_FALSE(root.exists("/d/file"));
+}
+
+TEST(FsFaults, FaultsCanLetCallsThroughFirst) {
+    test::TempRoot root;
+    root.writeFile("/d/file", "");
+    fs::UniqueFd fd(fs::open("/d/file", O_WRONLY));
+    fs::testing::failNext(Op::Write, 1, EIO, 2);
+    EXPECT_EQ(fs::write(fd.get(), "a", 1), 1);
+    EXPECT_EQ(fs::write(fd.get(), "b", 1), 1);
+    EXPECT_EQ(fs::write(fd.get(), "c", 1), -1);
+    EXPECT_EQ(fs::write(fd.get(), "d", 1), 1);
+    EXPECT_EQ(root.readFile("/d/file"), "abd");
+}
+
+TEST(FsListing, EntryNamesOfAFolder) {
+    test::TempRoot root;
+    root.writeFile("/d/one", "");
+    root.writeFile("/d/two", "");
+    std::unique_ptr<DIR, fs::DirCloser> dir(fs::opendir("/d"));
+    ASSERT_NE(dir, nullptr);
+    std::vector<std::string> names;
+    while (const char* name = fs::readdirName(dir.get())) names.push_back(name);
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names, (std::vector<std::string>{".", "..", "one", "two"}));
 }
 
 TEST(FsFaults, ChosenFreeSpaceIsReportedAsBlocksTimesBlockSize) {

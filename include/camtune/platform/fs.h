@@ -1,8 +1,9 @@
 // File-system access. Every file operation of the library goes through here.
 //
 // On a host, absolute paths are resolved under CAMTUNE_ROOT when it is set, so
-// "/data/vendor/camera_dump/x" lands in "$CAMTUNE_ROOT/data/vendor/camera_dump/x". Names the
-// library composes and returns never change; only the place they are opened moves.
+// "/data/vendor/camera_dump/x" lands in "$CAMTUNE_ROOT/data/vendor/camera_dump/x". Relative paths
+// are taken from "/" (the camera service's working folder), so they land under the root too.
+// Names the library composes and returns never change; only the place they are opened moves.
 //
 // Results follow POSIX: -1 with errno set on failure, unless a function says otherwise.
 #pragma once
@@ -41,6 +42,8 @@ int makePath(const char* path, mode_t mode);
 int stat(const char* path, struct ::stat* st);
 int statvfs(const char* path, struct ::statvfs* st);
 DIR* opendir(const char* path);
+// Name of the next entry of `dir`, or null at the end (large-file safe on 32-bit builds).
+const char* readdirName(DIR* dir);
 int unlink(const char* path);
 int rename(const char* from, const char* to);
 // Opens a text stream for reading; check the stream's state for failure.
@@ -94,8 +97,9 @@ namespace testing {
 
 enum class Op { Open, Write, Read, Fsync, Fopen, Mkdir, Stat, Statvfs, Opendir, Unlink, Rename };
 
-// The next `count` calls of `op` fail with `err` (errno) without touching the file system.
-void failNext(Op op, int count, int err);
+// After `passes` more calls of `op` succeed, the next `count` calls fail with `err` (errno)
+// without touching the file system.
+void failNext(Op op, int count, int err, int passes = 0);
 // statvfs reports `bytes` of free space (f_bfree * f_bsize) until clearFreeSpace().
 void setFreeSpace(uint64_t bytes);
 void clearFreeSpace();
