@@ -69,9 +69,7 @@ std::vector<std::string> getdir(const char* dir) {
         CAM_LOGE(msg::kDirOpenError, __func__, errno, dir);
         return names;
     }
-    // The 64-bit entry reader: on a 32-bit build plain readdir fails with EOVERFLOW on file
-    // systems whose directory offsets need 64 bits, which would hide every dumped file.
-    while (const dirent64* entry = ::readdir64(listing.get())) names.emplace_back(entry->d_name);
+    while (const char* name = fs::readdirName(listing.get())) names.emplace_back(name);
     return names;
 }
 

@@ -91,7 +91,7 @@ void setRoot(const char* value) {
 }
 
 std::string hostPath(const char* path) {
-    if (path == nullptr) return std::string();
+    if (path == nullptr || path[0] == '\0') return std::string();  // stays an invalid path
     std::string prefix = root();
     if (prefix.empty()) return path;
     if (path[0] != '/') return prefix + "/" + path;

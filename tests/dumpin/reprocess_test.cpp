@@ -59,18 +59,6 @@ protected:
     }
 };
 
-// The replay dump folder is relative; the pipeline's working folder resolves it.
-class ScopedWorkingDir {
-public:
-    explicit ScopedWorkingDir(const std::string& dir) : mPrevious(std::filesystem::current_path()) {
-        std::filesystem::current_path(dir);
-    }
-    ~ScopedWorkingDir() { std::filesystem::current_path(mPrevious); }
-
-private:
-    std::filesystem::path mPrevious;
-};
-
 TEST_F(ReprocessTest, SwitchIsAnyNonZeroValue) {
     for (auto [value, on] :
          {std::pair{"", false}, {"0", false}, {"1", true}, {"-1", true}, {"7", true}}) {
@@ -228,17 +216,11 @@ class ReplayRenameTest : public ReprocessTest {
 protected:
     void SetUp() override {
         ReprocessTest::SetUp();
+        // The replay dump folder is relative: the port resolves it from "/", inside the root.
         std::filesystem::create_directories(mRoot.hostPath(kDumpDir));
-        mCwd = std::make_unique<ScopedWorkingDir>(mRoot.path());
-    }
-    void TearDown() override {
-        mCwd.reset();
-        ReprocessTest::TearDown();
     }
     void dumped(const std::string& name) { makeFile(kDumpDir + name, name); }
     bool present(const std::string& name) { return mRoot.exists(kDumpDir + name); }
-
-    std::unique_ptr<ScopedWorkingDir> mCwd;
 };
 
 TEST_F(ReplayRenameTest, DumpedFilesTakeTheConfiguredNames) {

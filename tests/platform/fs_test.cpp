@@ -21,6 +21,8 @@ TEST(FsRoot, AbsolutePathsAreResolvedUnderTheRoot) {
     test::TempRoot root;
     EXPECT_EQ(fs::hostPath("/data/vendor/x"), root.path() + "/data/vendor/x");
     EXPECT_EQ(fs::hostPath("relative/x"), root.path() + "/relative/x");
+    EXPECT_EQ(fs::hostPath(""), "");
+    EXPECT_FALSE(fs::UniqueFd(fs::open("", O_RDONLY)).isValid());
     // A path already inside the root is not prefixed twice.
     EXPECT_EQ(fs::hostPath((root.path() + "/a").c_str()), root.path() + "/a");
 
