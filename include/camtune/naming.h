@@ -32,7 +32,7 @@ struct FILE_DUMP_NAMING_HINT {
     int32_t RequestNo;
     int32_t ImgWidth;
     int32_t ImgHeight;
-    int32_t BufWidth;  // plane-0 stride in pixels ("PW")
+    int32_t BufWidth;   // plane-0 stride in pixels ("PW")
     int32_t BufHeight;  // plane-0 rows ("PH")
     int32_t BufStride;  // plane-0 stride in bytes ("BW")
     int32_t ImgFormat;
@@ -92,7 +92,7 @@ int genFileName_YUV(char* buf, int size, const FILE_DUMP_NAMING_HINT* hint, YUV_
 int genFileName_JPG(char* buf, int size, const FILE_DUMP_NAMING_HINT* hint,
                     const char* userString = nullptr);
 
-#define CAMTUNE_DATA_FILE_NAME(kind)                                                  \
+#define CAMTUNE_DATA_FILE_NAME(kind)                                               \
     int genFileName_##kind(char* buf, int size, const FILE_DUMP_NAMING_HINT* hint, \
                            const char* userString = nullptr);
 CAMTUNE_DATA_FILE_NAME(HW_AAO)
