@@ -142,6 +142,13 @@ int makePath(const char* path, mode_t mode) {
         errno = EINVAL;
         return -1;
     }
+    // The root itself is the user's folder: create it when it is missing, so a fresh
+    // CAMTUNE_ROOT works without preparation.
+    std::string prefix = root();
+    for (size_t slash = prefix.find('/', 1); !prefix.empty(); slash = prefix.find('/', slash + 1)) {
+        ::mkdir(prefix.substr(0, slash).c_str(), 0755);
+        if (slash == std::string::npos) break;
+    }
     // Walk the device path so the fault seam and the remapping see each level as the library
     // names it.
     std::string partial;

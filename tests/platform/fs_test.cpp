@@ -33,6 +33,13 @@ TEST(FsRoot, AbsolutePathsAreResolvedUnderTheRoot) {
     EXPECT_EQ(fs::hostPath("/x"), root.path() + "/x");
 }
 
+TEST(FsRoot, MakePathCreatesAMissingRoot) {
+    test::TempRoot root;
+    fs::setRoot((root.path() + "/fresh/root").c_str());
+    ASSERT_EQ(fs::makePath("/data/vendor", 0660), 0);
+    EXPECT_TRUE(root.exists(root.path() + "/fresh/root/data/vendor"));
+}
+
 TEST(FsRoot, MakePathCreatesEveryLevelInsideTheRoot) {
     test::TempRoot root;
     ASSERT_EQ(fs::makePath("/data/vendor/camera_dump", 0660), 0);
