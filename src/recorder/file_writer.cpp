@@ -100,21 +100,20 @@ void FileWriter::onWriteLog(const char* line) {
     // room here; the guard keeps the cursor inside the buffer whatever happened before.
     if (mBufferedBytes + 1 >= kStagingBufferSize) flush(false);
     size_t room = kStagingBufferSize - mBufferedBytes;
-    int n = std::snprintf(mCursor, room, "%s\n", line);
-    if (n <= 0) return;
-    uint32_t length = static_cast<uint32_t>(n);
-    uint32_t stored = length;
-    if (length >= room) {
-        // Cut to what fits, keeping the line's end so the next line starts on its own.
-        stored = static_cast<uint32_t>(room - 1);
-        mCursor[stored - 1] = '\n';
-    }
+    // Equivalent to snprintf("%s\n") into the room left, without the formatter's cost: the
+    // service thread spends most of its time here.
+    size_t textLength = std::strlen(line);
+    // A line longer than the room left is cut, keeping its end so the next line starts on its
+    // own.
+    size_t stored = textLength + 1 < room ? textLength + 1 : room - 1;
+    std::memcpy(mCursor, line, stored - 1);
+    mCursor[stored - 1] = '\n';
     mCursor += stored;
-    mBufferedBytes += stored;
+    mBufferedBytes += static_cast<uint32_t>(stored);
     if (mBufferedBytes + kFlushMargin > kStagingBufferSize - 1) flush(false);
 
     // The size limit counts whole lines as the caller gave them, cut or not.
-    mFileBytes += length;
+    mFileBytes += static_cast<uint32_t>(textLength + 1);
     if (mFileBytes > kFileSizeLimit && mFd >= 0) {
         close();
         if (open(false, "", false)) {

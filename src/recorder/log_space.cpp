@@ -89,8 +89,10 @@ bool ScenarioRecorder::allocLogSpace(int uniqueKey, int requestNo, unsigned size
 }
 
 void ScenarioRecorder::finishLogSpace(int uniqueKey, int requestNo, Buffer* buffer) {
-    if (buffer->pendingWriters.fetch_sub(1, std::memory_order_release) == 1 &&
-        buffer->sealed.load(std::memory_order_acquire) != 0) {
+    // The buffer may be written out and recycled the moment the count drops, so nothing of it
+    // is read afterwards. A seal set after this read only delays the write by one wait slice.
+    bool sealed = buffer->sealed.load(std::memory_order_acquire) != 0;
+    if (buffer->pendingWriters.fetch_sub(1, std::memory_order_acq_rel) == 1 && sealed) {
         mWakeUp.notify_one();
     }
     updateWriterLifeCycle(uniqueKey, requestNo);

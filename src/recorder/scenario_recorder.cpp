@@ -1,6 +1,7 @@
 // The recorder's life cycle, request binding and file writers.
 #define LOG_TAG "ScenarioRecorder"
 
+#include <algorithm>
 #include <cstdio>
 #include <system_error>
 
@@ -36,6 +37,13 @@ void ScenarioRecorder::init() {
     mInitialised.store(true, std::memory_order_release);
 }
 
+bool ScenarioRecorder::isBusy(const Buffer* first) {
+    for (const Buffer* b = first; b != nullptr; b = b->successor.get()) {
+        if (b->pendingWriters.load(std::memory_order_acquire) > 0) return true;
+    }
+    return false;
+}
+
 void ScenarioRecorder::unInit() {
     CAM_LOGV("[%s] unInit", __func__);
     if (mRunning.load()) {
@@ -53,14 +61,18 @@ void ScenarioRecorder::unInit() {
             mToBeFlushed.clear();
             mProgress.notify_all();
         }
-        // A producer may still be copying into a discarded buffer; free it only afterwards.
+        // A producer may still be copying into a discarded buffer: give it a moment, and if it
+        // is still busy keep the buffer aside rather than pull the memory from under it.
+        auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(100);
         for (auto& entry : active) {
-            for (Buffer* b = entry.second.get(); b != nullptr; b = b->successor.get()) {
-                while (b->pendingWriters.load(std::memory_order_acquire) > 0) {
-                    std::this_thread::yield();
-                }
+            while (isBusy(entry.second.get()) && std::chrono::steady_clock::now() < deadline) {
+                std::this_thread::yield();
             }
+            if (isBusy(entry.second.get())) mRetired.push_back(std::move(entry.second));
         }
+        mRetired.erase(std::remove_if(mRetired.begin(), mRetired.end(),
+                                      [](const BufferPtr& b) { return !isBusy(b.get()); }),
+                       mRetired.end());
     }
     mInitialised.store(false, std::memory_order_release);
 }

@@ -11,6 +11,7 @@
 #include <mutex>
 #include <thread>
 #include <unordered_map>
+#include <vector>
 
 #include "camtune/scenario_recorder.h"
 #include "recorder/file_writer.h"
@@ -110,11 +111,15 @@ private:
     // Takes a recycled buffer or makes a new one. Main lock held.
     BufferPtr takeEmptyBuffer();
     void recycle(BufferPtr buffer);
+    // True while a producer is still copying into a buffer of the chain.
+    static bool isBusy(const Buffer* first);
 
     mutable std::mutex mLock;
     std::deque<BufferPtr> mToBeFlushed;
     std::deque<BufferPtr> mEmptyBuffers;
     std::unordered_map<int64_t, BufferPtr> mActive;
+    // Discarded by unInit while a producer was still copying into them; freed later.
+    std::vector<BufferPtr> mRetired;
     std::deque<int64_t> mWritingList;
     std::mutex mLifeCycleLock;
     std::unordered_map<int64_t, std::unique_ptr<LifeCycleControl>> mLifeCycles;

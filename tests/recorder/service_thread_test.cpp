@@ -281,6 +281,20 @@ TEST_F(ServiceThreadTest, StopDiscardsActiveRequestsAndCanRestart) {
     EXPECT_EQ(mRoot.readFile(fileOf("preview")), "[UKey: 8][ReqNum: 2]\nagain\n");
 }
 
+TEST_F(ServiceThreadTest, StopLeavesABufferValidForAProducerStillCopying) {
+    mProps.set(camtune::props::kRecorderFlushMs, 100000);
+    ScenarioRecorder& recorder = start();
+    ScenarioRecorder::Buffer* buffer = nullptr;
+    LogHeader* header = nullptr;
+    recorder.allocLogSpace(6, 1, 200, &header, &buffer);
+    recorder.unInit();
+    EXPECT_EQ(recorder.stats().active, 0u);
+    // The producer finishes after the stop; its buffer must still be there (checked by ASan).
+    std::memset(header->text(), 'x', header->textCapacity());
+    recorder.finishLogSpace(6, 1, buffer);
+    EXPECT_EQ(buffer->pendingWriters.load(), 0u);
+}
+
 TEST_F(ServiceThreadTest, InitializerStartsTheProcessRecorderOnlyWhenEnabled) {
     ScenarioRecorder* instance = static_cast<ScenarioRecorder*>(IScenarioRecorder::getInstance());
     ASSERT_EQ(instance, IScenarioRecorder::getInstance());
