@@ -47,29 +47,6 @@ TEST_F(LogSpaceTest, RecordSizesAreRoundedUpToFourBytes) {
     }
 }
 
-TEST_F(LogSpaceTest, RecordsOfOneRequestFollowEachOther) {
-    ScenarioRecorder::Buffer* a = nullptr;
-    ScenarioRecorder::Buffer* b = nullptr;
-    ScenarioRecorder::Buffer* other = nullptr;
-    LogHeader* first = reserve(3, 4, 100, &a);
-    LogHeader* otherRequest = reserve(3, 5, 100, &other);
-    LogHeader* second = reserve(3, 4, 40, &b);
-    EXPECT_EQ(a, b);
-    EXPECT_NE(a, other);
-    EXPECT_EQ(reinterpret_cast<char*>(second), reinterpret_cast<char*>(first) + 100);
-    EXPECT_EQ(reinterpret_cast<char*>(otherRequest), other->data + 1048);
-    EXPECT_EQ(a->pendingWriters.load(), 2u);
-    mRecorder.finishLogSpace(3, 4, a);
-    mRecorder.finishLogSpace(3, 4, b);
-    mRecorder.finishLogSpace(3, 5, other);
-    EXPECT_EQ(a->pendingWriters.load(), 0u);
-    EXPECT_EQ(a->key, (int64_t{3} << 16) | 4);
-    EXPECT_STREQ(a->headline, "[UKey: 3][ReqNum: 4]");
-    auto stats = mRecorder.stats();
-    EXPECT_EQ(stats.active, 2u);
-    EXPECT_EQ(stats.writingList, 2u);
-}
-
 TEST_F(LogSpaceTest, FullBufferChainsASuccessorWithoutHeadlineRecord) {
     ScenarioRecorder::Buffer* first = nullptr;
     reserve(1, 1, 1024, &first);

@@ -85,36 +85,33 @@ TEST_F(ReserveSpaceTest, DeletesOldestFirstUntilFreeSpacePassesTheFloor) {
     }
 }
 
-TEST_F(ReserveSpaceTest, EachDeletionIsLoggedAtDebugDetail) {
-    LogCapture log;
-    fst::setFreeSpace(kFloor - 10);
-    mWriter.reserveSpace(false);
-    EXPECT_EQ(log.count(Level::Warn,
-                        "[reserveSpace] Storage full. Unlinked: "
-                        "/data/vendor/camera_dump/a_oldest.txt"),
-              1);
-    EXPECT_EQ(log.count(Level::Warn,
-                        "[reserveSpace] Storage full. Unlinked: "
-                        "/data/vendor/camera_dump/b_second.txt"),
-              1);
-    EXPECT_EQ(log.lines().size(), 2u);
-}
-
-TEST_F(ReserveSpaceTest, DeletionsAreSilentWhenQuietOrAtLowDetail) {
-    {
+TEST_F(ReserveSpaceTest, DeletionsAreLoggedAtDebugDetailUnlessQuiet) {
+    struct Case {
+        bool quiet;
+        Level threshold;
+        bool logged;
+    };
+    for (const Case& c : {Case{false, Level::Debug, true}, Case{true, Level::Verbose, false},
+                          Case{false, Level::Warn, false}}) {
+        SetUp();
         LogCapture log;
-        fst::setFreeSpace(kFloor);
-        mWriter.reserveSpace(true);
-        EXPECT_TRUE(log.lines().empty());
+        camtune::log::setThreshold(c.threshold);
+        fst::setFreeSpace(kFloor - 10);
+        mWriter.reserveSpace(c.quiet);
+        EXPECT_EQ(filesIn(kLogFolder), (Strings{"c_other.log", "d_newest.txt"}));
+        Strings expected;
+        for (const char* name : {"a_oldest.txt", "b_second.txt"}) {
+            if (c.logged)
+                expected.push_back(std::string("[reserveSpace] Storage full. Unlinked: ") +
+                                   kLogFolder + "/" + name);
+        }
+        Strings logged;
+        for (const auto& line : log.lines()) {
+            EXPECT_EQ(line.level, Level::Warn);
+            logged.push_back(line.text);
+        }
+        EXPECT_EQ(logged, expected);
     }
-    {
-        LogCapture log;
-        camtune::log::setThreshold(Level::Warn);
-        fst::setFreeSpace(kFloor);
-        mWriter.reserveSpace(false);
-        EXPECT_TRUE(log.lines().empty());
-    }
-    EXPECT_EQ(filesIn(kLogFolder), (Strings{"c_other.log", "d_newest.txt"}));
 }
 
 TEST_F(ReserveSpaceTest, FailedQueriesDeleteNothing) {
