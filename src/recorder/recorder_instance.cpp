@@ -1,6 +1,7 @@
 // The process's recorder and the static object that runs it from library load to unload.
 #include <mutex>
 
+#include "camtune/platform/log.h"
 #include "platform/property_registry.h"
 #include "recorder/scenario_recorder_impl.h"
 
@@ -27,8 +28,15 @@ ScenarioRecorderInitializerImpl::~ScenarioRecorderInitializerImpl() {
     if (mStarted) static_cast<ScenarioRecorder*>(IScenarioRecorder::getInstance())->unInit();
 }
 
-ScenarioRecorderInitializer::ScenarioRecorderInitializer()
-    : mImpl(std::make_unique<ScenarioRecorderInitializerImpl>()) {}
+ScenarioRecorderInitializer::ScenarioRecorderInitializer() {
+    if (props::getInt(props::kRecorderEnable) == 1) {
+        // The log keeps its sink slot in a function-local static; touching it first (no sink is
+        // installed while the library loads) makes it outlive this object, whose destructor
+        // stops the recorder, and logs, while the library unloads.
+        camtune::log::setSink(camtune::log::Sink());
+    }
+    mImpl = std::make_unique<ScenarioRecorderInitializerImpl>();
+}
 
 ScenarioRecorderInitializer::~ScenarioRecorderInitializer() = default;
 

@@ -22,7 +22,7 @@ ScenarioRecorder::ScenarioRecorder()
       mSetPriority(camtune::thread::setPriority) {}
 
 ScenarioRecorder::~ScenarioRecorder() {
-    unInit();
+    if (mRunning.load()) unInit();
 }
 
 void ScenarioRecorder::init() {
