@@ -3,6 +3,7 @@
 // BM_ProducerRecord: one 120-byte record reserved, copied and finished, with 1 and 2 producer
 // threads while the service thread writes behind them; backlog_end is the number of requests
 // still waiting when the producers stop and drain_ms the time the thread then needs to empty it.
+// allocs_per_record counts every operator new of the process (service thread included) per record.
 // BM_ProducerMemcpyBaseline: the bare copy of the same text, for scale.
 // BM_ServiceWrite: the service thread writing a prepared backlog, in MB/s, next to a plain
 // write() of the same bytes to the same folder measured in the same iteration (plain_MBps,
@@ -13,14 +14,37 @@
 
 #include <atomic>
 #include <chrono>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <new>
 #include <string>
 #include <vector>
 
 #include "camtune/platform/fs.h"
 #include "platform/property_registry.h"
 #include "recorder/scenario_recorder_impl.h"
+
+namespace {
+std::atomic<uint64_t> gAllocations{0};
+}  // namespace
+
+// Counts allocations of the whole process, the library's included. The replacement pairs
+// malloc with free on purpose, which g++ cannot see through.
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
+#endif
+void* operator new(size_t size) {
+    gAllocations.fetch_add(1, std::memory_order_relaxed);
+    if (void* p = std::malloc(size != 0 ? size : 1)) return p;
+    throw std::bad_alloc();
+}
+void operator delete(void* p) noexcept {
+    std::free(p);
+}
+void operator delete(void* p, size_t) noexcept {
+    std::free(p);
+}
 
 namespace {
 
@@ -89,6 +113,7 @@ void BM_ProducerRecord(benchmark::State& state) {
         gRecorder->init();
         gRecorder->recordNddInfo(1, 0, 0, false);
     }
+    uint64_t allocationsBefore = gAllocations.load();
     int request = state.thread_index() * 1000000;
     int inRequest = 0;
     for (auto _ : state) {
@@ -100,6 +125,9 @@ void BM_ProducerRecord(benchmark::State& state) {
     }
     state.SetItemsProcessed(state.iterations());
     if (state.thread_index() == 0) {
+        state.counters["allocs_per_record"] =
+                benchmark::Counter(static_cast<double>(gAllocations.load() - allocationsBefore) /
+                                   static_cast<double>(state.iterations() * state.threads()));
         auto stats = gRecorder->stats();
         auto start = Clock::now();
         gRecorder->waitUntilIdle(std::chrono::minutes(5));
