@@ -27,9 +27,10 @@ struct SinkSlot {
     std::atomic<bool> installed{false};
 };
 
+// Never destroyed: the library logs from static destructors while it is unloaded.
 SinkSlot& sinkSlot() {
-    static SinkSlot sSlot;
-    return sSlot;
+    static SinkSlot* sSlot = new SinkSlot();
+    return *sSlot;
 }
 
 const char* baseName(const char* path) {

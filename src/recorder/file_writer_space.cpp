@@ -51,10 +51,8 @@ void FileWriter::reserveSpace(bool quiet) {
             if (!quiet) CAM_LOGE("[%s] Open folder %s failed", __func__, mFolder.c_str());
             return;
         }
-        // The 64-bit entry reader: on a 32-bit build plain readdir fails with EOVERFLOW on file
-        // systems whose directory offsets need 64 bits, which would hide every file.
-        while (const dirent64* entry = ::readdir64(dir.get())) {
-            int n = std::snprintf(path, sizeof(path), "%s/%s", mFolder.c_str(), entry->d_name);
+        while (const char* name = fs::readdirName(dir.get())) {
+            int n = std::snprintf(path, sizeof(path), "%s/%s", mFolder.c_str(), name);
             // A cut path could name another file; never delete what was not listed.
             if (!formatFits(n)) continue;
             struct ::stat st {};

@@ -29,12 +29,6 @@ ScenarioRecorderInitializerImpl::~ScenarioRecorderInitializerImpl() {
 }
 
 ScenarioRecorderInitializer::ScenarioRecorderInitializer() {
-    if (props::getInt(props::kRecorderEnable) == 1) {
-        // The log keeps its sink slot in a function-local static; touching it first (no sink is
-        // installed while the library loads) makes it outlive this object, whose destructor
-        // stops the recorder, and logs, while the library unloads.
-        camtune::log::setSink(camtune::log::Sink());
-    }
     mImpl = std::make_unique<ScenarioRecorderInitializerImpl>();
 }
 
