@@ -1,7 +1,6 @@
 // The process's recorder and the static object that runs it from library load to unload.
 #include <mutex>
 
-#include "camtune/platform/log.h"
 #include "platform/property_registry.h"
 #include "recorder/scenario_recorder_impl.h"
 
