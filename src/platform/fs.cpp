@@ -204,7 +204,8 @@ DIR* opendir(const char* path) {
 }
 
 const char* readdirName(DIR* dir) {
-#if defined(__GLIBC__) && !defined(__LP64__) && (!defined(_FILE_OFFSET_BITS) || _FILE_OFFSET_BITS != 64)
+#if defined(__GLIBC__) && !defined(__LP64__) && \
+        (!defined(_FILE_OFFSET_BITS) || _FILE_OFFSET_BITS != 64)
     // A 32-bit readdir fails with EOVERFLOW on file systems with 64-bit inode numbers.
     const struct dirent64* entry = ::readdir64(dir);
 #else

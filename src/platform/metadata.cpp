@@ -4,12 +4,18 @@ namespace NSCam {
 
 size_t IMetadata::IEntry::elementSize(MetaType type) {
     switch (type) {
-        case MetaType::Uint8: return sizeof(uint8_t);
-        case MetaType::Int32: return sizeof(int32_t);
-        case MetaType::Int64: return sizeof(int64_t);
-        case MetaType::Float: return sizeof(float);
-        case MetaType::Double: return sizeof(double);
-        case MetaType::None: break;
+        case MetaType::Uint8:
+            return sizeof(uint8_t);
+        case MetaType::Int32:
+            return sizeof(int32_t);
+        case MetaType::Int64:
+            return sizeof(int64_t);
+        case MetaType::Float:
+            return sizeof(float);
+        case MetaType::Double:
+            return sizeof(double);
+        case MetaType::None:
+            break;
     }
     return 1;
 }

@@ -1,6 +1,5 @@
 #include "platform/property_parse.h"
 
-
 namespace camtune {
 namespace {
 

@@ -1,15 +1,16 @@
+#include "camtune/platform/fs.h"
+
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <algorithm>
+#include <cerrno>
 #include <functional>
-#include <vector>
 #include <memory>
 #include <string>
+#include <vector>
 
-#include "camtune/platform/fs.h"
 #include "support/temp_root.h"
 
 namespace camtune {
@@ -66,10 +67,20 @@ TEST(FsFaults, ArmedOperationFailsTheGivenNumberOfTimesWithTheGivenErrno) {
     const Case kCases[] = {
             {Op::Open, [] { return fs::UniqueFd(fs::open("/d/file", O_RDONLY)).isValid(); }},
             {Op::Fopen,
-             [] { return std::unique_ptr<FILE, fs::FileCloser>(fs::fopen("/d/file", "r")) != nullptr; }},
+             [] {
+                 return std::unique_ptr<FILE, fs::FileCloser>(fs::fopen("/d/file", "r")) != nullptr;
+             }},
             {Op::Mkdir, [] { return fs::mkdir("/d/new", 0755) == 0 || errno == EEXIST; }},
-            {Op::Stat, [] { struct ::stat st; return fs::stat("/d/file", &st) == 0; }},
-            {Op::Statvfs, [] { struct ::statvfs st; return fs::statvfs("/d", &st) == 0; }},
+            {Op::Stat,
+             [] {
+                 struct ::stat st;
+                 return fs::stat("/d/file", &st) == 0;
+             }},
+            {Op::Statvfs,
+             [] {
+                 struct ::statvfs st;
+                 return fs::statvfs("/d", &st) == 0;
+             }},
             {Op::Opendir,
              [] { return std::unique_ptr<DIR, fs::DirCloser>(fs::opendir("/d")) != nullptr; }},
             {Op::Rename, [] { return fs::rename("/d/file", "/d/file") == 0; }},
@@ -132,8 +143,8 @@ TEST(FsListing, EntryNamesOfAFolder) {
 TEST(FsFaults, ChosenFreeSpaceIsReportedAsBlocksTimesBlockSize) {
     test::TempRoot root;
     ASSERT_EQ(fs::makePath("/d", 0755), 0);
-    for (uint64_t bytes : {uint64_t{0}, uint64_t{293601280}, uint64_t{293601281},
-                           uint64_t{1} << 40}) {
+    for (uint64_t bytes :
+         {uint64_t{0}, uint64_t{293601280}, uint64_t{293601281}, uint64_t{1} << 40}) {
         fs::testing::setFreeSpace(bytes);
         struct ::statvfs st;
         ASSERT_EQ(fs::statvfs("/d/", &st), 0);

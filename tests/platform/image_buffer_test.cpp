@@ -1,10 +1,11 @@
+#include "camtune/platform/image_buffer.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
 #include "camtune/platform/fs.h"
-#include "camtune/platform/image_buffer.h"
 #include "camtune/platform/image_format.h"
 #include "support/temp_root.h"
 
@@ -90,10 +91,10 @@ TEST(HostImageBuffer, SaveAndLoadRoundTripEveryPlane) {
     auto copy = HostImageBuffer::create(eImgFmt_I420, {8, 4});
     ASSERT_TRUE(copy->loadFromFile("/dump/frame.i420"));
     for (size_t p = 0; p < copy->getPlaneCount(); ++p) {
-        EXPECT_EQ(std::string(reinterpret_cast<char*>(copy->getBufVA(p)),
-                              copy->getBufSizeInBytes(p)),
-                  std::string(reinterpret_cast<char*>(source->getBufVA(p)),
-                              source->getBufSizeInBytes(p)));
+        EXPECT_EQ(
+                std::string(reinterpret_cast<char*>(copy->getBufVA(p)), copy->getBufSizeInBytes(p)),
+                std::string(reinterpret_cast<char*>(source->getBufVA(p)),
+                            source->getBufSizeInBytes(p)));
     }
 }
 
@@ -129,18 +130,18 @@ TEST(ImageFormatTable, DumpNamePiecesAndUnknownCodes) {
         const char* extension;
     };
     const Case kCases[] = {
-            {0x2201, "10", "packed_word"}, {0x2205, "10", "packed_word"},
-            {0x2211, "10", "packed_word"}, {0x2207, "14", "packed_word"},
-            {0x2213, "10", "raw"},         {0x2216, "15", "raw"},
-            {0x2218, "24", "packed_word"}, {0x11, "8", "nv21"},
-            {0x36, "16", "p010yuv"},       {0x2012, "10", "packed_word"},
-            {0x201B, "10", "packed_word"}, {0x201F, "12", "packed_word"},
-            {0x2101, "imgfmt", "rgb48"},   {0x2505, "imgfmt", "nv21_ufbc"},
+            {0x2201, "10", "packed_word"},  {0x2205, "10", "packed_word"},
+            {0x2211, "10", "packed_word"},  {0x2207, "14", "packed_word"},
+            {0x2213, "10", "raw"},          {0x2216, "15", "raw"},
+            {0x2218, "24", "packed_word"},  {0x11, "8", "nv21"},
+            {0x36, "16", "p010yuv"},        {0x2012, "10", "packed_word"},
+            {0x201B, "10", "packed_word"},  {0x201F, "12", "packed_word"},
+            {0x2101, "imgfmt", "rgb48"},    {0x2505, "imgfmt", "nv21_ufbc"},
             {0x2506, "10", "p010yuv_ufbc"}, {0x20203859, "8", "y"},
-            {0x32315659, "8", "yv12"},     {0x2200, "imgfmt", "unknown"},
-            {0x2204, "imgfmt", "unknown"}, {0x2008, "imgfmt", "unknown"},
-            {0x2209, "imgfmt", "unknown"}, {0x2212, "imgfmt", "unknown"},
-            {0x2509, "imgfmt", "unknown"}, {-1, "imgfmt", "unknown"},
+            {0x32315659, "8", "yv12"},      {0x2200, "imgfmt", "unknown"},
+            {0x2204, "imgfmt", "unknown"},  {0x2008, "imgfmt", "unknown"},
+            {0x2209, "imgfmt", "unknown"},  {0x2212, "imgfmt", "unknown"},
+            {0x2509, "imgfmt", "unknown"},  {-1, "imgfmt", "unknown"},
     };
     for (const Case& c : kCases) {
         EXPECT_STREQ(dumpBitDepthName(c.code), c.bits) << std::hex << c.code;

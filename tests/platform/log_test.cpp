@@ -1,10 +1,11 @@
 #define LOG_TAG "camtune-test"
 
+#include "camtune/platform/log.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "camtune/platform/log.h"
 #include "support/log_capture.h"
 
 namespace camtune {

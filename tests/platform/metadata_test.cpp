@@ -1,8 +1,8 @@
+#include "camtune/platform/metadata.h"
+
 #include <gtest/gtest.h>
 
 #include <cstring>
-
-#include "camtune/platform/metadata.h"
 
 namespace NSCam {
 namespace {

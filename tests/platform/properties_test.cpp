@@ -1,3 +1,5 @@
+#include "camtune/platform/properties.h"
+
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -6,7 +8,6 @@
 #include <thread>
 #include <vector>
 
-#include "camtune/platform/properties.h"
 #include "platform/host/property_file.h"
 #include "platform/property_parse.h"
 #include "platform/property_registry.h"
@@ -71,13 +72,24 @@ TEST(PropertyStore, IntegersAreReadAsAndroidReadsThem) {
         int32_t expected;
     };
     const Case kCases[] = {
-            {"42", 42},           {"-17", -17},          {"+8", 8},
-            {"0x1F", 31},         {"0X10", 16},          {"-0x10", -16},
-            {"010", 8},           {"0", 0},              {"  12", 12},
-            {"12abc", 12},        {"abc", -99},          {"-", -99},
-            {"0x", 0},            {"2147483647", 2147483647},
-            {"-2147483648", INT32_MIN},                  {"2147483648", -99},
-            {"-2147483649", -99}, {"99999999999999999999", -99},
+            {"42", 42},
+            {"-17", -17},
+            {"+8", 8},
+            {"0x1F", 31},
+            {"0X10", 16},
+            {"-0x10", -16},
+            {"010", 8},
+            {"0", 0},
+            {"  12", 12},
+            {"12abc", 12},
+            {"abc", -99},
+            {"-", -99},
+            {"0x", 0},
+            {"2147483647", 2147483647},
+            {"-2147483648", INT32_MIN},
+            {"2147483648", -99},
+            {"-2147483649", -99},
+            {"99999999999999999999", -99},
     };
     test::PropertyScope scope;
     for (const Case& c : kCases) {
@@ -97,9 +109,10 @@ TEST(PropertyStore, SeedFileSetsEntriesAndSkipsCommentsAndMalformedLines) {
     std::string path = root.path() + "/seed.props";
     std::FILE* f = std::fopen(path.c_str(), "w");
     ASSERT_NE(f, nullptr);
-    std::fputs("# a comment\n\ncamtune.seed.a=1\n  camtune.seed.b =  two words  \n"
-               "no separator here\n=value without key\n#camtune.seed.c=commented\n",
-               f);
+    std::fputs(
+            "# a comment\n\ncamtune.seed.a=1\n  camtune.seed.b =  two words  \n"
+            "no separator here\n=value without key\n#camtune.seed.c=commented\n",
+            f);
     std::fclose(f);
 
     EXPECT_TRUE(host::loadPropertyFile(path.c_str()));

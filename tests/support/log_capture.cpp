@@ -38,10 +38,9 @@ int LogCapture::count(log::Level level, const std::string& text) const {
 
 int LogCapture::countContaining(const std::string& part) const {
     std::lock_guard<std::mutex> guard(mLock);
-    return static_cast<int>(
-            std::count_if(mLines.begin(), mLines.end(), [&](const LogLine& l) {
-                return l.text.find(part) != std::string::npos;
-            }));
+    return static_cast<int>(std::count_if(mLines.begin(), mLines.end(), [&](const LogLine& l) {
+        return l.text.find(part) != std::string::npos;
+    }));
 }
 
 void LogCapture::clear() {

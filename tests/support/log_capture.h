@@ -13,13 +13,13 @@ namespace test {
 struct LogLine {
     log::Level level;
     std::string tag;
-    std::string text;  // the message as formatted by the caller
+    std::string text;    // the message as formatted by the caller
     std::string suffix;  // " (file){#line:function}" on error lines, else empty
 };
 
 class LogCapture {
 public:
-    LogCapture();  // installs the sink and lowers the threshold to Verbose
+    LogCapture();   // installs the sink and lowers the threshold to Verbose
     ~LogCapture();  // restores the previous threshold and the backend output
     LogCapture(const LogCapture&) = delete;
     LogCapture& operator=(const LogCapture&) = delete;

@@ -8,7 +8,7 @@ namespace test {
 
 class TempRoot {
 public:
-    TempRoot();  // creates the folder and makes it the fs root; clears armed fs faults
+    TempRoot();   // creates the folder and makes it the fs root; clears armed fs faults
     ~TempRoot();  // restores the previous root, removes the folder and clears faults
     TempRoot(const TempRoot&) = delete;
     TempRoot& operator=(const TempRoot&) = delete;

@@ -11,9 +11,9 @@ namespace cli {
 using Args = std::vector<std::string>;
 
 struct Command {
-    const char* name;  // "props", or two words such as "lint dumpin"
-    const char* summary;  // one line for the command list
-    const char* usage;  // full --help text
+    const char* name;              // "props", or two words such as "lint dumpin"
+    const char* summary;           // one line for the command list
+    const char* usage;             // full --help text
     int (*run)(const Args& args);  // arguments after the command name; returns the exit status
 };
 
@@ -35,6 +35,6 @@ const std::string* option(const Args& args, const char* name);
 
 #define CAMTUNE_COMMAND_CONCAT2(a, b) a##b
 #define CAMTUNE_COMMAND_CONCAT(a, b) CAMTUNE_COMMAND_CONCAT2(a, b)
-#define CAMTUNE_COMMAND(...)                                                            \
-    static const ::camtune::cli::Registrar CAMTUNE_COMMAND_CONCAT(sRegistrar, __LINE__)( \
-            ::camtune::cli::Command{__VA_ARGS__})
+#define CAMTUNE_COMMAND(...)                                       \
+    static const ::camtune::cli::Registrar CAMTUNE_COMMAND_CONCAT( \
+            sRegistrar, __LINE__)(::camtune::cli::Command{__VA_ARGS__})

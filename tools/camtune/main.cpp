@@ -30,10 +30,9 @@ void printCommandList(FILE* out) {
 
 Registrar::Registrar(const Command& command) {
     auto& commands = table();
-    auto at = std::lower_bound(commands.begin(), commands.end(), command,
-                               [](const Command& a, const Command& b) {
-                                   return std::strcmp(a.name, b.name) < 0;
-                               });
+    auto at = std::lower_bound(
+            commands.begin(), commands.end(), command,
+            [](const Command& a, const Command& b) { return std::strcmp(a.name, b.name) < 0; });
     commands.insert(at, command);
 }
 

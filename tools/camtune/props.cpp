@@ -24,10 +24,18 @@ std::string jsonString(const std::string& text) {
     std::string out = "\"";
     for (char c : text) {
         switch (c) {
-            case '"': out += "\\\""; break;
-            case '\\': out += "\\\\"; break;
-            case '\n': out += "\\n"; break;
-            case '\t': out += "\\t"; break;
+            case '"':
+                out += "\\\"";
+                break;
+            case '\\':
+                out += "\\\\";
+                break;
+            case '\n':
+                out += "\\n";
+                break;
+            case '\t':
+                out += "\\t";
+                break;
             default:
                 if (static_cast<unsigned char>(c) < 0x20) {
                     char escaped[8];
@@ -57,12 +65,13 @@ int runProps(const Args& args) {
         std::printf("[\n");
         for (size_t i = 0; i < count; ++i) {
             const props::Property& p = *all[i];
-            std::printf("  {\"name\": %s, \"type\": \"%s\", \"default\": %s, \"value\": %s, "
-                        "\"set\": %s, \"meaning\": %s}%s\n",
-                        jsonString(p.name).c_str(), typeName(p.type),
-                        jsonString(p.defaultValue).c_str(), jsonString(currentValue(p)).c_str(),
-                        currentValue(p).empty() ? "false" : "true", jsonString(p.meaning).c_str(),
-                        i + 1 < count ? "," : "");
+            std::printf(
+                    "  {\"name\": %s, \"type\": \"%s\", \"default\": %s, \"value\": %s, "
+                    "\"set\": %s, \"meaning\": %s}%s\n",
+                    jsonString(p.name).c_str(), typeName(p.type),
+                    jsonString(p.defaultValue).c_str(), jsonString(currentValue(p)).c_str(),
+                    currentValue(p).empty() ? "false" : "true", jsonString(p.meaning).c_str(),
+                    i + 1 < count ? "," : "");
         }
         std::printf("]\n");
         return 0;

@@ -62,7 +62,7 @@ enum EImageFormat : int32_t {
     eImgFmt_P010_YVU_UFBC = 0x2507,
     eImgFmt_NV12_AFBC = 0x250B,
     eImgFmt_NV21_AFBC = 0x250C,
-    eImgFmt_Y8 = 0x20203859,  // four-character code "Y8"
+    eImgFmt_Y8 = 0x20203859,    // four-character code "Y8"
     eImgFmt_YV12 = 0x32315659,  // four-character code "YV12"
 };
 
@@ -70,8 +70,8 @@ constexpr size_t kMaxPlanes = 3;
 
 struct PlaneLayout {
     uint8_t bitsPerPixel;  // bits per pixel of this plane, at the plane's own width
-    uint8_t widthShift;  // plane width = image width >> widthShift (rounded up)
-    uint8_t heightShift;  // plane height = image height >> heightShift (rounded up)
+    uint8_t widthShift;    // plane width = image width >> widthShift (rounded up)
+    uint8_t heightShift;   // plane height = image height >> heightShift (rounded up)
 };
 
 struct ImageFormatInfo {
@@ -79,9 +79,9 @@ struct ImageFormatInfo {
     const char* name;  // symbolic name, e.g. "BAYER10"
     size_t planeCount;
     PlaneLayout planes[kMaxPlanes];
-    const char* dumpBitDepth;  // bit-depth element of dump-file names
+    const char* dumpBitDepth;   // bit-depth element of dump-file names
     const char* dumpExtension;  // extension of dump-file names
-    bool isBayer;  // a raw sensor layout
+    bool isBayer;               // a raw sensor layout
 };
 
 // Bit-depth name and extension of codes the table does not know.

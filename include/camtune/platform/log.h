@@ -28,8 +28,8 @@ void write(Level level, const char* tag, const char* file, int line, const char*
 // A sink receives every emitted line after formatting, instead of the backend's output: the
 // message as the caller formatted it, and the unified-logger suffix (empty below Error).
 // Used by tests to assert exact messages; pass an empty function to restore the backend.
-using Sink = std::function<void(Level level, const char* tag, const char* message,
-                                const char* suffix)>;
+using Sink =
+        std::function<void(Level level, const char* tag, const char* message, const char* suffix)>;
 void setSink(Sink sink);
 
 // One-letter name of a level ("V", "D", "I", "W", "E").
@@ -38,11 +38,11 @@ const char* levelLetter(Level level);
 }  // namespace log
 }  // namespace camtune
 
-#define CAMTUNE_LOG_AT(level, fmt, ...)                                                      \
-    do {                                                                                     \
-        if (::camtune::log::isEnabled(level))                                                \
-            ::camtune::log::write(level, LOG_TAG, __FILE__, __LINE__, __func__, fmt,         \
-                                  ##__VA_ARGS__);                                            \
+#define CAMTUNE_LOG_AT(level, fmt, ...)                                              \
+    do {                                                                             \
+        if (::camtune::log::isEnabled(level))                                        \
+            ::camtune::log::write(level, LOG_TAG, __FILE__, __LINE__, __func__, fmt, \
+                                  ##__VA_ARGS__);                                    \
     } while (0)
 
 #define CAM_LOGV(fmt, ...) CAMTUNE_LOG_AT(::camtune::log::Level::Verbose, fmt, ##__VA_ARGS__)

@@ -46,7 +46,9 @@ public:
 
         uint32_t tag() const { return mTag; }
         MetaType type() const { return mType; }
-        size_t count() const { return mType == MetaType::None ? 0 : mBytes.size() / elementSize(mType); }
+        size_t count() const {
+            return mType == MetaType::None ? 0 : mBytes.size() / elementSize(mType);
+        }
         bool isEmpty() const { return count() == 0; }
 
         // Appends one element. The first element fixes the entry's type; an element of another

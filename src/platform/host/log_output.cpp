@@ -1,4 +1,5 @@
 // Host log output: "level/TAG: message" lines on stderr, threshold from CAMTUNE_LOG.
+#include <cctype>
 #include <cstdio>
 #include <cstdlib>
 
@@ -13,17 +14,22 @@ void writeLogLine(log::Level level, const char* tag, const char* message, const 
 }
 
 log::Level initialLogThreshold() {
+    struct Choice {
+        char letter;
+        log::Level level;
+    };
+    static constexpr Choice kChoices[] = {
+            {'v', log::Level::Verbose}, {'d', log::Level::Debug}, {'i', log::Level::Info},
+            {'w', log::Level::Warn},    {'e', log::Level::Error}, {'s', log::Level::Silent},
+    };
     const char* value = std::getenv("CAMTUNE_LOG");
-    if (value == nullptr) return log::Level::Warn;
-    switch (value[0]) {
-        case 'v': case 'V': return log::Level::Verbose;
-        case 'd': case 'D': return log::Level::Debug;
-        case 'i': case 'I': return log::Level::Info;
-        case 'w': case 'W': return log::Level::Warn;
-        case 'e': case 'E': return log::Level::Error;
-        case 's': case 'S': return log::Level::Silent;
-        default: return log::Level::Warn;
+    if (value != nullptr) {
+        char letter = static_cast<char>(std::tolower(static_cast<unsigned char>(value[0])));
+        for (const Choice& choice : kChoices) {
+            if (choice.letter == letter) return choice.level;
+        }
     }
+    return log::Level::Warn;
 }
 
 }  // namespace backend

@@ -60,7 +60,8 @@ public:
         for (;;) {
             uint32_t before = mSequence.load(std::memory_order_acquire);
             if (before & 1u) continue;  // a write is in progress
-            for (size_t i = 0; i < kWords; ++i) words[i] = mWords[i].load(std::memory_order_relaxed);
+            for (size_t i = 0; i < kWords; ++i)
+                words[i] = mWords[i].load(std::memory_order_relaxed);
             std::atomic_thread_fence(std::memory_order_acquire);
             if (mSequence.load(std::memory_order_relaxed) == before) break;
         }
@@ -92,8 +93,8 @@ public:
         size_t length = std::strlen(key);
         uint64_t hash = hashKey(key, length);
         for (size_t probe = 0; probe < kCapacity; ++probe) {
-            const Slot* slot = mSlots[(hash + probe) & (kCapacity - 1)].load(
-                    std::memory_order_acquire);
+            const Slot* slot =
+                    mSlots[(hash + probe) & (kCapacity - 1)].load(std::memory_order_acquire);
             if (slot == nullptr) return nullptr;
             if (slot->matches(key, length, hash)) return slot;
         }
@@ -137,7 +138,7 @@ Store& store() {
 
 // Seeds the store from CAMTUNE_PROPS once, before the first read or write.
 Store& seededStore() {
-    static Store& sStore = [] () -> Store& {
+    static Store& sStore = []() -> Store& {
         Store& s = store();
         if (const char* seed = std::getenv("CAMTUNE_PROPS")) camtune::host::loadPropertyFile(seed);
         return s;

@@ -32,7 +32,8 @@ public:
 
     void event(char phase, const char* name) {
         auto micros = std::chrono::duration_cast<std::chrono::microseconds>(
-                std::chrono::steady_clock::now() - mStart).count();
+                              std::chrono::steady_clock::now() - mStart)
+                              .count();
         long tid = ::syscall(SYS_gettid);
         std::lock_guard<std::mutex> guard(mLock);
         if (phase == 'B') {
