@@ -2,8 +2,10 @@
 # Keeps the device build honest without an Android tree:
 #  1. the Android backend compiles against the real liblog and libcutils headers;
 #  2. it defines exactly the port functions the host backend defines (host-only helpers aside);
-#  3. Android.bp lists every source and test folder;
-#  4. given a host build folder, the library's objects link with the Android backend instead of
+#  3. it behaves as the port promises (scripts/android-check/backend_test.cpp, against recording
+#     fakes of liblog, libcutils properties and atrace);
+#  4. Android.bp lists every source and test folder;
+#  5. given a host build folder, the library's objects link with the Android backend instead of
 #     the host one, against Debian's liblog and libcutils, with no symbol left undefined.
 # Usage: scripts/check-android.sh [build-dir]
 set -euo pipefail
@@ -63,6 +65,11 @@ for android_source in "${android_sources[@]}"; do
     [[ -f src/platform/host/$(basename "$android_source") ]] ||
         fail "$android_source has no host counterpart"
 done
+
+"$cxx" "${flags[@]}" -fsanitize=address,undefined -fno-sanitize-recover=all \
+        -o "$work/backend_test" scripts/android-check/backend_test.cpp "${android_sources[@]}" \
+        -lgtest -lgtest_main -pthread || fail "building the Android backend tests"
+"$work/backend_test" --gtest_brief=1 || fail "Android backend tests"
 
 # Every folder that holds sources or tests must be in the device build.
 for folder in src/*/ tests/*/; do
