@@ -4,7 +4,7 @@
 set -euo pipefail
 
 # Presets built and tested, in order.
-PRESETS=(default asan armhf)
+PRESETS=(default asan tsan armhf)
 
 repo=$(cd "$(dirname "$0")/.." && pwd)
 cd "$repo"
