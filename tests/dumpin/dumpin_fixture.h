@@ -23,11 +23,11 @@ protected:
         mProps.set(props::kDumpinConfigPath, kListPath);
         mProps.set(props::kDumpinEnable, 2);
     }
-    // Creates a file with some content at a device path.
     void makeFile(const std::string& devicePath, const std::string& content = "x") {
         mRoot.writeFile(devicePath, content);
     }
-    int countAt(log::Level level, const std::string& text) const { return mLog.count(level, text); }
+    int debugs(const std::string& text) const { return mLog.count(log::Level::Debug, text); }
+    int errors(const std::string& text) const { return mLog.count(log::Level::Error, text); }
 
     TempRoot mRoot;
     PropertyScope mProps;
