@@ -1,43 +1,42 @@
+// The lines of the replay configuration: parsing, item keys, and the lint that checks them.
 #include "odt/odt_line_format.h"
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <sstream>
 #include <stdexcept>
+#include <tuple>
+
+#include "odt/odt_config_reader.h"
+#include "odt/odt_lint.h"
 
 namespace NSCam {
 namespace TuningUtils {
 namespace odt {
 namespace {
 
-TEST(OdtLineFormatTest, FileTextLosesTrailingBlanksAndLineEnds) {
-    DataLine data = parseDataLine("AAO,1,main,0,0;000000001-0001-0001-x.bin \t\r");
-    EXPECT_EQ("000000001-0001-0001-x.bin", data.file);
+std::vector<LintFinding> lint(const std::string& text) {
+    std::istringstream in(text);
+    return lintReplayConfig(in);
 }
 
-TEST(OdtLineFormatTest, NumberFieldsThatHoldNoNumberThrow) {
-    struct Case {
-        const char* line;
-        bool outOfRange;
-    };
-    const Case cases[] = {
-            {"AAO,x,main,0,0;000000001-0001-0001", false},
-            {"AAO,1,main,stage,0;000000001-0001-0001", false},
-            {"AAO,1,main,0,;000000001-0001-0001", false},
-            {"AAO,1,main,0,0;readme.txt", false},
-            {"AAO,4294967296,main,0,0;000000001-0001-0001", true},
-            {"AAO,1,main,99999999999,0;000000001-0001-0001", true},
-    };
-    for (const Case& c : cases) {
-        if (c.outOfRange) {
-            EXPECT_THROW(parseDataLine(c.line), std::out_of_range) << c.line;
-        } else {
-            EXPECT_THROW(parseDataLine(c.line), std::invalid_argument) << c.line;
-        }
+TEST(OdtLineFormatTest, DataLinesAndTheirNumberFields) {
+    DataLine data = parseDataLine("AAO,1,main,0,0;/d-1/000000012-0034-0056-x.bin \t\r");
+    EXPECT_EQ("/d-1/000000012-0034-0056-x.bin", data.file);
+    EXPECT_EQ(std::tuple(12, 34, 56), std::tuple(data.uniqueKey, data.requestNo, data.keyFrameNo));
+    for (const char* line :
+         {"AAO,x,main,0,0;000000001-0001-0001", "AAO,1,main,st,0;000000001-0001-0001",
+          "AAO,1,main,0,;000000001-0001-0001", "AAO,1,main,0,0;readme.txt"}) {
+        EXPECT_THROW(parseDataLine(line), std::invalid_argument) << line;
+    }
+    for (const char* line : {"AAO,4294967296,main,0,0;000000001-0001-0001",
+                             "AAO,1,main,99999999999,0;000000001-0001-0001"}) {
+        EXPECT_THROW(parseDataLine(line), std::out_of_range) << line;
     }
 }
 
 TEST(OdtLineFormatTest, OrderLines) {
-    EXPECT_TRUE(isOrderLine("order: 1"));
     EXPECT_TRUE(isOrderLine("order:"));
     EXPECT_FALSE(isOrderLine(" order: 1"));
     EXPECT_FALSE(isOrderLine("orde"));
@@ -57,7 +56,6 @@ TEST(OdtLineFormatTest, ItemKeysFallBackForUnnamedIndices) {
         const char* expected;
     };
     const Case cases[] = {
-            {1, 0, streamingStageFallback(), "Preview,AFBLD_F0,AAO"},
             {0, 52, streamingStageFallback(), "AOV,Default,AAO"},
             {-1, 0, streamingStageFallback(), "Preview,AFBLD_F0,AAO"},
             {191, 53, captureStageFallback(), "Default,AFBLD_F4,AAO"},
@@ -70,6 +68,83 @@ TEST(OdtLineFormatTest, ItemKeysFallBackForUnnamedIndices) {
         EXPECT_STREQ(c.expected, buf);
     }
 }
+
+TEST(OdtLintTest, ReportsEachFaultyLine) {
+    struct Case {
+        const char* text;
+        const char* finding;  // part of the only finding; null when the text is clean
+    };
+    const Case cases[] = {
+            {"AAO,1,main,1,0;/d/000000001-0001-0001-main-AAO\n", nullptr},
+            {"order: 1 2 4294967295\n", nullptr},
+            {"order:\n", nullptr},
+            {"   \n", nullptr},
+            {"AAO,1,main,1;000000001-0001-0001\n", "expected 5 fields"},
+            {" order: 1\n", "expected 5 fields"},
+            {"AAO,1,main,1,0 000000001-0001-0001\n", "no \";\" ends the fifth field"},
+            {"AAO,1,main,1,0,7;000000001-0001-0001\n", "feature \"0,7\" is not"},
+            {"AAO,1,ma;in,1,0;000000001-0001-0001\n", "unknown sensor \"ma;in\""},
+            {"AAX,1,main,1,0;000000001-0001-0001\n", "unknown module \"AAX\""},
+            {"AAO,+1,main,1,0;000000001-0001-0001\n", "frame number \"+1\" is not"},
+            {"AAO,4294967296,main,1,0;000000001-0001-0001\n", "frame number \"4294967296\""},
+            {"AAO,1,main,1x,0;000000001-0001-0001\n", "stage \"1x\" is not a decimal number"},
+            {"AAO,1,main,191,0;000000001-0001-0001\n", "stage 191 has no name"},
+            {"AAO,1,main,1,53;000000001-0001-0001\n", "keyed under \"Default\""},
+            {"AAO,1,main,1,0;\n", "no file after \";\""},
+            {"AAO,1,main,1,0;/d/readme.txt\n", "file name \"readme.txt\" does not begin"},
+            {"AAO,1,main,1,0;000000001-0x01-0001\n", "does not begin with a dump key"},
+            {"order: 1 x\n", "order id \"x\""},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.text);
+        std::vector<LintFinding> findings = lint(c.text);
+        if (c.finding == nullptr) {
+            EXPECT_TRUE(findings.empty()) << findings.front().message;
+            continue;
+        }
+        ASSERT_EQ(1u, findings.size());
+        EXPECT_EQ(1, findings[0].line);
+        EXPECT_NE(std::string::npos, findings[0].message.find(c.finding)) << findings[0].message;
+    }
+}
+
+TEST(OdtLintTest, ReportsReplacedItemsWithBothLines) {
+    std::vector<LintFinding> findings =
+            lint("AAO,1,main,1,0;/d/000000001-0001-0001-a\n"
+                 "AAO,1,sub,1,0;/d/000000001-0001-0001-b\n"
+                 "AAO,1,main,-1,0;/d/000000001-0001-0001-c\n"
+                 "\n"
+                 "AAO,1,main,1,0;/d/000000001-0001-0001-d\n");
+    ASSERT_EQ(3u, findings.size());
+    EXPECT_EQ(3, findings[0].line);  // stage -1 has no name
+    EXPECT_EQ(3, findings[1].line);
+    EXPECT_EQ("replaces the item of line 1 (same frame, module, stage and feature)",
+              findings[1].message);
+    EXPECT_EQ(5, findings[2].line);
+    EXPECT_EQ("replaces the item of line 3 (same frame, module, stage and feature)",
+              findings[2].message);
+}
+
+// Whatever the replay would refuse, the lint reports.
+TEST(OdtLintTest, EveryRejectedLineIsReported) {
+    for (const char* line : {"AAO", ",,,,;", "AAO,1,main,1,0;-0001-0001", "AAO,1,main,0,0;1-2",
+                             "order: 1 2 x", "AAO,1,main,1,0;000000001-0001-99999999999"}) {
+        std::istringstream in(line);
+        EXPECT_ANY_THROW(readReplayConfig(in, 0)) << line;
+        EXPECT_FALSE(lint(line).empty()) << line;
+    }
+}
+
+// The documented example, where the build says where it is (the host build does).
+#ifdef CAMTUNE_ODT_EXAMPLE
+TEST(OdtLintTest, ExampleConfigurationIsClean) {
+    std::ifstream in(CAMTUNE_ODT_EXAMPLE);
+    ASSERT_TRUE(in.good()) << CAMTUNE_ODT_EXAMPLE;
+    for (const LintFinding& f : lintReplayConfig(in)) ADD_FAILURE() << f.line << ": " << f.message;
+    std::ifstream again(CAMTUNE_ODT_EXAMPLE);
+    EXPECT_EQ(3u, readReplayConfig(again, 0).frames.size());
+}
+#endif
 
 }  // namespace
 }  // namespace odt
