@@ -29,7 +29,7 @@ namespace {
 constexpr size_t kCapacity = 1024;  // distinct keys; a power of two
 constexpr size_t kWords = (kPropertyValueMax + 7) / 8;
 
-// Mixes eight bytes at a time: keys are long (forty characters and more) and a byte-wise hash
+// Mixes eight bytes at a time: keys run to forty characters and a byte-wise hash
 // would dominate the cost of a read.
 uint64_t hashKey(const char* key, size_t length) {
     uint64_t hash = 0x9E3779B97F4A7C15ull ^ length;
