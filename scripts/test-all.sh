@@ -4,7 +4,7 @@
 set -euo pipefail
 
 # Presets built and tested, in order.
-PRESETS=(default asan tsan armhf)
+PRESETS=(default asan tsan armhf fuzz)
 
 repo=$(cd "$(dirname "$0")/.." && pwd)
 cd "$repo"
