@@ -29,6 +29,13 @@ TEST(NddTablesTest, NameTables) {
     const Case cases[] = {
             {&Tables::getModuleName, &Tables::moduleCount, 450, 0, "AAHO"},
             {&Tables::getModuleName, &Tables::moduleCount, 450, 449, "VAINR_PARAM_WRK_RESIDUAL"},
+            // Rows the carried dump buffers depend on, spread through the table.
+            {&Tables::getModuleName, &Tables::moduleCount, 450, 1, "AAO"},
+            {&Tables::getModuleName, &Tables::moduleCount, 450, 42, "AIMA"},
+            {&Tables::getModuleName, &Tables::moduleCount, 450, 69, "AISA"},
+            {&Tables::getModuleName, &Tables::moduleCount, 450, 136, "CAC"},
+            {&Tables::getModuleName, &Tables::moduleCount, 450, 245, "LTM_OUT"},
+            {&Tables::getModuleName, &Tables::moduleCount, 450, 246, "LTMSO"},
             {&Tables::getCategoryName, &Tables::categoryCount, 2, 1, "Streaming"},
             {&Tables::getSensorIdName, &Tables::sensorIdCount, 12, 11, "sub6"},
             {&Tables::getSensorFeatureModeName, &Tables::sensorFeatureModeCount, 28, 27,
