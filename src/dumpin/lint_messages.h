@@ -34,7 +34,7 @@ inline constexpr char kEmptyFrame[] = "<END_OF_FRAME> without entries adds an em
 inline constexpr char kReprocRequestNaN[] =
         "request number \"%s\" is not a number; initReprocInfo throws";
 inline constexpr char kNr3dNaN[] = "nr3d value \"%s\" is not a number; initReprocInfo throws";
-inline constexpr char kStrideNaN[] = "raw_stride \"%s\" is not a number; initReprocInfo throws";
+inline constexpr char kStrideNaN[] = "raw_stride \"%s\" is not a number; the stride reads as 0";
 inline constexpr char kDuplicateFormat[] = "second \"%s\" in this frame; the first is kept";
 inline constexpr char kEmptyUniqueKey[] = "empty uniqueKey value";
 

@@ -127,10 +127,7 @@ private:
             if (value.empty()) report(lint::kEmptyUniqueKey);
             return true;
         }
-        if (!isDecimal(value)) {
-            report(lint::format(lint::kStrideNaN, value.c_str()));
-            return false;
-        }
+        if (!hasLeadingInt(value)) report(lint::format(lint::kStrideNaN, value.c_str()));
         return true;
     }
 

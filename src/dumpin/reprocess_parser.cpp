@@ -41,7 +41,8 @@ void Extract_Reproc_CFG(const std::string& line, std::string& uniqueKey, int& ra
     if (contains(format, kUniqueKeyWord)) {
         uniqueKey = value;
     } else {
-        rawStride = std::stoi(value);
+        // Only request numbers and "nr3d" values may throw; a bad stride reads as atoi would.
+        rawStride = leadingInt(value);
     }
 }
 

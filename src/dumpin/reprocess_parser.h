@@ -37,9 +37,9 @@ public:
     explicit ReprocParser(std::vector<NSCam::TuningUtils::TUNING_REPROCESS_CFG_T>& frames)
         : mFrames(frames) {}
 
-    // Applies one line and returns its kind. A request number, "nr3d" value or raw stride that
-    // is not a number throws std::invalid_argument (std::out_of_range when too large), leaving
-    // the frames ended so far in place.
+    // Applies one line and returns its kind. A request number or "nr3d" value that is not a
+    // number throws std::invalid_argument (std::out_of_range when too large), leaving the frames
+    // ended so far in place. A raw stride is read as atoi reads it.
     ReprocLineKind feed(const std::string& line);
 
     bool inBlock() const { return mInBlock; }

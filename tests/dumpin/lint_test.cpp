@@ -91,7 +91,7 @@ TEST_F(LintTest, ReprocessConfigFindings) {
              "2: entries from here on are never ended by <END_OF_FRAME> and are dropped\n"},
             {"raw_stride,wide\n{\nraw,abc,P;/data/t/"
              "a.bin\nnr3d_x,0001,P;twelve\n<END_OF_FRAME>\n}\n",
-             "1: raw_stride \"wide\" is not a number; initReprocInfo throws\n"
+             "1: raw_stride \"wide\" is not a number; the stride reads as 0\n"
              "3: request number \"abc\" is not a number; initReprocInfo throws\n"
              "4: nr3d value \"twelve\" is not a number; initReprocInfo throws\n"
              "5: <END_OF_FRAME> without entries adds an empty frame\n"},

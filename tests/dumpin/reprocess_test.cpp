@@ -109,13 +109,23 @@ TEST_F(ReprocessTest, BadNumbersThrowAndReleaseTheLock) {
     const std::pair<const char*, unsigned int> cases[] = {
             {"{\nraw,abc,P;/x\n<END_OF_FRAME>\n}\n", 0},
             {"{\nraw,0001,P;/x\n<END_OF_FRAME>\nnr3d_a,0002,P;twelve\n<END_OF_FRAME>\n}\n", 1},
-            {"raw_stride,wide\n", 0},
     };
     for (const auto& [config, framesKept] : cases) {
         mRoot.writeFile(kConfigPath, config);
         EXPECT_THROW(mRule.initReprocInfo(), std::invalid_argument) << config;
         // Would block forever if the exception had left the mutex held.
         EXPECT_EQ(mRule.getReprocInfoSize(), framesKept) << config;
+    }
+}
+
+TEST_F(ReprocessTest, RawStrideIsReadAsAtoiWithoutThrowing) {
+    const std::pair<const char*, int> cases[] = {
+            {"raw_stride,wide\n", 0}, {"raw_stride,12px\n", 12}, {"raw_stride,-8\r\n", -8}};
+    for (const auto& [stride, expected] : cases) {
+        std::string config = std::string(stride) + "{\nraw,0001,P;/x\n<END_OF_FRAME>\n}\n";
+        mRoot.writeFile(kConfigPath, config);
+        EXPECT_NO_THROW(mRule.initReprocInfo()) << stride;
+        EXPECT_EQ(frame(0).rawStride, expected) << stride;
     }
 }
 
