@@ -5,6 +5,8 @@
 //   - an enumeration indexing it (`NAMING_STAGE_P2_Single`), ending in a `..._NUM` count;
 //   - `NAMING_X_CSTR`: a constant `const char*` array, usable before static initialisation;
 //   - `NAMING_X`: a `const std::string` array with the same rows, for code that wants strings.
+//     It has internal linkage: every including file owns a private copy, built by that file's
+//     static initialisation, so a file's own static initialisers may use it safely.
 // Equal rows in different arrays are independent strings. The file-name rules do not read these
 // arrays; they spell their elements themselves.
 #pragma once
@@ -18,7 +20,7 @@
     enum Type : int32_t { ROWS(CAMTUNE_NAMING_ENUM_ROW, array) array##_NUM }; \
     inline constexpr const char* array##_CSTR[array##_NUM] = {                \
             ROWS(CAMTUNE_NAMING_TEXT_ROW, array)};                            \
-    inline const std::string array[array##_NUM] = {ROWS(CAMTUNE_NAMING_TEXT_ROW, array)};
+    static const std::string array[array##_NUM] = {ROWS(CAMTUNE_NAMING_TEXT_ROW, array)};
 
 // Row lists are in index order; appending is safe, reordering renumbers the enumeration.
 // clang-format off

@@ -4,6 +4,12 @@
 
 #include "camtune/naming_vocabulary.h"
 
+namespace camtune {
+namespace test {
+const std::string* stageNamesOfAnotherFile();
+}  // namespace test
+}  // namespace camtune
+
 namespace {
 
 struct VocabularyForms {
@@ -54,6 +60,14 @@ TEST(NamingVocabulary, RowsSitAtTheirIndex) {
             {NAMING_STAGE_CSTR[NAMING_STAGE_P2_Single], "P2_Single"},
     };
     for (const Row& row : rows) EXPECT_STREQ(row.actual, row.expected);
+}
+
+TEST(NamingVocabulary, EveryIncludingFileOwnsItsCopy) {
+    const std::string* other = camtune::test::stageNamesOfAnotherFile();
+    EXPECT_NE(other, NAMING_STAGE);
+    for (size_t i = 0; i < std::size(NAMING_STAGE); ++i) EXPECT_EQ(other[i], NAMING_STAGE[i]);
+    EXPECT_NE(&NAMING_SCENARIO[0], &NAMING_PIPE_SCENARIO[0]);
+    EXPECT_EQ(NAMING_SCENARIO[0], NAMING_PIPE_SCENARIO[0]);
 }
 
 }  // namespace
