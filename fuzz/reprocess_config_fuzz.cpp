@@ -1,7 +1,7 @@
 // The reprocess configuration: initReprocInfo and the list accessors on the input as the
-// configuration, and the reprocess linter. A request number, "nr3d" value or raw stride that is
-// not a number throws std::invalid_argument or std::out_of_range by design; anything else
-// escaping is a finding.
+// configuration, and the reprocess linter. A request number or "nr3d" value that is not a
+// number throws std::invalid_argument or std::out_of_range by design; anything else escaping is
+// a finding.
 #include <cstdint>
 #include <cstdio>
 #include <sstream>
