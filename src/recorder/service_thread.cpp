@@ -125,15 +125,12 @@ void ScenarioRecorder::removeCaptureWriter(int64_t key) {
 }
 
 void ScenarioRecorder::recycle(BufferPtr buffer) {
+    // Only the chain's first buffer is kept: an overlong request must not leave the pool holding
+    // its extra buffers. Successors are freed one by one, not by recursive destruction.
     BufferPtr successor = buffer->clear();
+    while (successor) successor = std::move(successor->successor);
     if (mEmptyBuffers.size() >= kMaxEmptyBuffers) mEmptyBuffers.pop_front();
     mEmptyBuffers.push_back(std::move(buffer));
-    // Chained buffers refill the pool only while it has room.
-    while (successor) {
-        BufferPtr next = successor->clear();
-        if (mEmptyBuffers.size() < kMaxEmptyBuffers) mEmptyBuffers.push_back(std::move(successor));
-        successor = std::move(next);
-    }
 }
 
 void ScenarioRecorder::serviceThreadEntry() {
