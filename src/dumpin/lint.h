@@ -8,13 +8,12 @@
 #include <string>
 #include <vector>
 
+#include "lint/lint_report.h"
+
 namespace camtune {
 namespace dumpin {
 
-struct LintFinding {
-    int line;  // 1-based
-    std::string message;
-};
+using LintFinding = camtune::LintFinding;
 
 std::vector<LintFinding> lintDumpinList(std::istream& in);
 std::vector<LintFinding> lintReprocessConfig(std::istream& in);

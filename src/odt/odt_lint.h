@@ -6,14 +6,13 @@
 #include <string>
 #include <vector>
 
+#include "lint/lint_report.h"
+
 namespace NSCam {
 namespace TuningUtils {
 namespace odt {
 
-struct LintFinding {
-    int line;  // 1-based
-    std::string message;
-};
+using LintFinding = camtune::LintFinding;
 
 // Every finding, in line order (a line may have several). Blank lines are fine.
 std::vector<LintFinding> lintReplayConfig(std::istream& in);
