@@ -1,12 +1,19 @@
-// NDD, the per-frame dump framework: the request record, the enumerations whose names make up
-// configuration keys and file names, and the row lists those names come from.
+// NDD, the per-frame dump framework: the pipeline asks it, buffer by buffer, whether an item of
+// a category and module may be dumped for the current frame, and hands the data over; NDD names
+// the file from its configuration and writes it, at once or through its writer threads.
 //
-// Each enumeration and its name table are built from one row list, so a value and its name
-// cannot drift apart. The names themselves are served by NddAutoGenExcel2C (ndd_tables.h).
+// This header holds the interface (INdd), its starter (NddInitializer), the request record, the
+// key helpers and metadata tags, and the enumerations whose names make up configuration keys and
+// file names. Each enumeration and its name table are built from one row list, so a value and its
+// name cannot drift apart; the names are served by NddAutoGenExcel2C (ndd_tables.h).
+// docs/ndd.md describes the properties, the configuration file and the dump folders.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <vector>
 
 // Row lists in index order. Appending is safe; reordering renumbers the enumeration and changes
 // every configuration key that names a row.
@@ -151,6 +158,11 @@
 // clang-format on
 
 namespace NSCam {
+class IImageBuffer;
+class IMetadata;
+}  // namespace NSCam
+
+namespace NSCam {
 namespace TuningUtils {
 
 #define CAMTUNE_NDD_ENUM_ROW(prefix, row) prefix##_##row,
@@ -231,6 +243,116 @@ struct NddData {
     int32_t expOdr = eExpOdr_None;
     int32_t dualCamId = eDualCamId_None;
     int32_t ruleVersion = 0;  // version of the naming rule; "-v%d" in file names
+};
+
+// Value query_ndd_info puts in NddData::version.
+constexpr int32_t kNddDataVersion = 6983;
+
+// Metadata tags NDD reads and writes.
+enum NddMetaTag : uint32_t {
+    kNddTagPipelineUniqueKey = 0xC00A0000u,  // int32, set by the pipeline
+    kNddTagPipelineFrameNo = 0xC00A0001u,    // int32, set by the pipeline
+    kNddTagPipelineRequestNo = 0xC00A0002u,  // int32, set by the pipeline
+    kNddTagCaptureInfo = 0xC0120000u,        // int64: lower 32 bits the feature; capture only
+    kNddTagStreamingFeature = 0xC0120001u,   // int32
+    kNddTagKey = 0xC0120003u,                // int64 NDD key
+    kNddTagAction = 0xC0120004u,             // int32
+    kNddTagCarriedFirst = 0xC0120007u,       // byte arrays of carried buffers, one per module
+    kNddTagCarriedLast = 0xC012000Fu,
+};
+
+// The NDD key: unique key in the upper 32 bits, request number in bits 16 to 31, frame number in
+// bits 0 to 15. The lower word is sign-extended, so a request number with bit 15 set fills the
+// upper word with ones and hides the unique key; that is the key's defined value.
+constexpr int64_t composeNddKey(int32_t uniqueKey, int32_t requestNo, int32_t frameNo) {
+    const uint32_t low = (static_cast<uint32_t>(requestNo) << 16) |
+                         (static_cast<uint32_t>(frameNo) & 0xFFFFu);
+    const int64_t lowExtended = static_cast<int32_t>(low);
+    return static_cast<int64_t>(static_cast<uint64_t>(static_cast<uint32_t>(uniqueKey)) << 32 |
+                                static_cast<uint64_t>(lowExtended));
+}
+
+// Platform image-format code and raw output point that force_buffer_format chooses.
+struct NddFormat {
+    int32_t format;
+    int32_t selector;
+};
+
+// Size of the buffer query_file_path writes into, terminator included.
+constexpr size_t kNddPathMax = 1024;
+
+// The dump framework. Every operation may be called from any pipeline thread. While NDD is
+// disabled (vendor.debug.ndd.thdnum 0, or before init) every item is refused at the cost of one
+// flag test.
+class INdd {
+public:
+    // The process-wide instance; it lives until the process ends.
+    static INdd* getInstance();
+
+    // Start of a stream: permits its sensors, reads the settings and the configuration file.
+    virtual void stream_on(std::vector<int> sensorIds, unsigned int uniqueKey) = 0;
+    // End of a stream: forgets every sensor, frame counter and the configuration.
+    virtual void stream_off(std::vector<int> sensorIds) = 0;
+    // Per frame of a sensor: takes permission changes and admits streaming frames.
+    virtual void frame_begin(int sensorId, int frameNo) = 0;
+    virtual void frame_end(int sensorId, int frameNo) = 0;
+    // Names the file of an admitted item into `out` (kNddPathMax bytes) without writing it;
+    // false (and `out` untouched) when the item is refused or has no usable name.
+    virtual bool query_file_path(eCategory category, eModule module, NddData& data, char* out,
+                                 const char* file, int line) = 0;
+    // Dumps `size` bytes of `buffer` when the item is admitted. The bytes are copied before the
+    // call returns, or written at once.
+    virtual void submit_request(eCategory category, eModule module, NddData& data,
+                                const void* buffer, int size, const char* file, int line) = 0;
+    // Dumps the planes of `image` when the item is admitted; the geometry fields of `data` are
+    // filled from the image. The planes are copied before the call returns.
+    virtual void submit_request(eCategory category, eModule module, NddData& data,
+                                IImageBuffer* image, const char* file, int line) = 0;
+    // Number of writer threads; 0 when NDD is disabled.
+    virtual int is_enable_ndd() = 0;
+    // Whether the configuration enables the item (no permission checks).
+    virtual bool is_enable_dump(const NddData& data, eCategory category, eModule module) = 0;
+    // Reports an admitted item that the caller will not submit.
+    virtual void notify_disable(NddData data, eCategory category, eModule module) = 0;
+    // Writes into `out` the key of `in` with the frame number of `out`; -1 when either has none.
+    virtual int align_uniquekey(const IMetadata& in, IMetadata& out) = 0;
+    // Writes the key into `meta`; returns 0.
+    virtual int update_uniquekey(IMetadata& meta, int uniqueKey, int requestNo, int frameNo) = 0;
+    // Reads the key of `meta` (the NDD key, else the pipeline tags); 0, or -1 when not found.
+    virtual int query_uniquekey(const IMetadata& meta, int& uniqueKey, int& requestNo,
+                                int& frameNo) = 0;
+    // Decodes an NDD key; returns 0.
+    virtual int query_uniquekey(long long key, int& uniqueKey, int& requestNo, int& frameNo) = 0;
+    // Fills the key, version, feature and action of `data` and the category from `meta`;
+    // returns what the metadata key query returned.
+    virtual int query_ndd_info(const IMetadata& meta, eCategory& category, NddData& data) = 0;
+    // Applies the raw-format override properties; true when one of them chose the format.
+    virtual bool force_buffer_format(NddFormat& format) = 0;
+    // Appends a frame order to the sensor's on-device tuning dump-in file.
+    virtual void force_frame_order(int sensorId, std::vector<unsigned int> order) = 0;
+    // Carries a small buffer (of the statistics modules that have a carriage tag) in `meta`, to
+    // be dumped later by dump_buffer under the identity of the request that carries it. The
+    // carriage is an in-process handover.
+    virtual void push_buffer(eCategory category, eModule module, NddData& data, void* buffer,
+                             int size, IMetadata& meta, const char* file, int line) = 0;
+    // Submits every buffer carried in `meta`, named after `meta`'s request.
+    virtual void dump_buffer(const IMetadata& meta) = 0;
+    virtual ~INdd() = default;
+};
+
+class NddInitializerImp;
+
+// Starts NDD (init) for as long as it lives; its destruction stops NDD (uninit), which first
+// writes every queued item. Usually a static object of the client.
+class NddInitializer {
+public:
+    NddInitializer();
+    ~NddInitializer();
+    NddInitializer(const NddInitializer&) = delete;
+    NddInitializer& operator=(const NddInitializer&) = delete;
+
+private:
+    std::unique_ptr<NddInitializerImp> mImp;
 };
 
 }  // namespace TuningUtils

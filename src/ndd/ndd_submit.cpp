@@ -1,0 +1,163 @@
+// Submissions: what the pipeline hands over, up to the writer.
+#define LOG_TAG "NDD"
+
+#include <chrono>
+#include <cstring>
+
+#include "camtune/odt.h"
+#include "camtune/platform/image_buffer.h"
+#include "camtune/platform/log.h"
+#include "ndd/item_names.h"
+#include "ndd/named_trace.h"
+#include "ndd/ndd_impl.h"
+#include "ndd/ndd_messages.h"
+
+namespace NSCam {
+namespace TuningUtils {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr char kBufferTrace[] = "NDD_BUFFER_%s";
+constexpr char kImageTrace[] = "NDD_IMAGE_%s";
+
+int elapsedNs(Clock::time_point start) {
+    auto ns = std::chrono::duration_cast<std::chrono::nanoseconds>(Clock::now() - start).count();
+    return ns > INT32_MAX ? INT32_MAX : static_cast<int>(ns);
+}
+
+}  // namespace
+
+void Ndd::submit_request(eCategory category, eModule module, NddData& data, const void* buffer,
+                         int size, const char* file, int line) {
+    if (!is_ndd_data_valid(category, module, data)) return;
+    (void)line;
+    if (size < 0 || (size > 0 && buffer == nullptr)) {
+        CAM_LOGE(ndd_msg::kBadSize, size, file != nullptr ? file : "");
+        mFailedDumps.fetch_add(1);
+        return;
+    }
+    make_ndd_dir();
+    applyOdtPrefix(data);
+    std::string name, path;
+    if (!composePath(category, module, data, nullptr, &name, &path)) return;
+
+    const Clock::time_point start = Clock::now();
+    const char* moduleName = mTables->getModuleName(module);
+    {
+        NamedTrace trace(kBufferTrace, moduleName);
+        const int64_t limit = mLimitedSize.load(std::memory_order_relaxed);
+        const bool overLimit = limit != 0 && mQueuedSize.load() > limit;
+        if (overLimit || mDirectWrite.load(std::memory_order_relaxed)) {
+            // The pipeline thread pays for the write instead of the memory growing further.
+            if (writeNow(path, buffer, static_cast<size_t>(size), ndd_msg::kDirectOpenFailed)) {
+                reportWritten(data, path);
+            }
+        } else {
+            DumpBytes copy = transfer(buffer, size);
+            if (copy.empty()) {
+                CAM_LOGE(ndd_msg::kAllocationFailed, static_cast<long>(mQueuedSize.load()));
+                if (writeNow(path, buffer, static_cast<size_t>(size), ndd_msg::kOpenFailed)) {
+                    reportWritten(data, path);
+                }
+            } else {
+                dumpInfo info;
+                info.data = std::move(copy);
+                info.category = category;
+                info.module = module;
+                info.ndd = data;
+                info.path = path;
+                info.name = std::move(name);
+                queueOrWrite(std::move(info));
+            }
+        }
+    }
+    CAM_LOGD(ndd_msg::kBufferHandover, mTables->getCategoryName(category), category, moduleName,
+             module, nddFeatureName(data.feature), data.feature, elapsedNs(start), size,
+             static_cast<long>(mQueuedSize.load()), path.c_str());
+    reportToOdt(category, module, data, path);
+}
+
+void Ndd::submit_request(eCategory category, eModule module, NddData& data, IImageBuffer* image,
+                         const char* file, int line) {
+    if (!is_ndd_data_valid(category, module, data)) return;
+    (void)file;
+    (void)line;
+    if (image == nullptr) {
+        handleimgbuf(data, image);  // logs the refusal
+        mFailedDumps.fetch_add(1);
+        return;
+    }
+    make_ndd_dir();
+    applyOdtPrefix(data);
+    handleimgbuf(data, image);
+    std::string name, path;
+    if (!composePath(category, module, data, image, &name, &path)) return;
+
+    const Clock::time_point start = Clock::now();
+    const char* moduleName = mTables->getModuleName(module);
+    size_t size = 0;
+    {
+        NamedTrace trace(kImageTrace, moduleName);
+        // The planes are copied now: the pipeline reuses the buffer once this call returns.
+        DumpBytes copy = copyImage(image);
+        if (copy.empty()) {
+            CAM_LOGE(ndd_msg::kAllocationFailed, static_cast<long>(mQueuedSize.load()));
+            if (writeImageNow(path, image)) reportWritten(data, path);
+        } else {
+            size = copy.size();
+            dumpInfo info;
+            info.data = std::move(copy);
+            info.fromImage = true;
+            info.category = category;
+            info.module = module;
+            info.ndd = data;
+            info.path = path;
+            info.name = std::move(name);
+            queueOrWrite(std::move(info));
+        }
+    }
+    CAM_LOGD(ndd_msg::kImageHandover, mTables->getCategoryName(category), category, moduleName,
+             module, nddFeatureName(data.feature), data.feature, elapsedNs(start),
+             static_cast<int>(size), path.c_str());
+    reportToOdt(category, module, data, path);
+}
+
+bool Ndd::query_file_path(eCategory category, eModule module, NddData& data, char* out,
+                          const char* file, int line) {
+    (void)file;
+    (void)line;
+    if (!is_ndd_data_valid(category, module, data)) return false;
+    applyOdtPrefix(data);
+    std::string name, path;
+    if (!composePath(category, module, data, nullptr, &name, &path)) return false;
+    if (path.size() >= kNddPathMax) {
+        CAM_LOGE(ndd_msg::kPathTooLong, path.c_str(), static_cast<int>(kNddPathMax));
+        return false;
+    }
+    if (out == nullptr) return false;
+    std::memcpy(out, path.c_str(), path.size() + 1);
+    CAM_LOGD(ndd_msg::kQueriedPath, path.c_str());
+    reportWritten(data, path);
+    return true;
+}
+
+void Ndd::force_frame_order(int sensorId, std::vector<unsigned int> order) {
+    if (sensorId < 0) return;
+    if (auto odt = IOdtUtils::getInstance(static_cast<unsigned int>(sensorId))) {
+        odt->write_frame_order(std::move(order));
+    }
+}
+
+void Ndd::reportToOdt(eCategory category, eModule module, NddData& data, const std::string& path) {
+    if (data.sensorId < 0 || !is_enable_dumpin(data, category, module)) return;
+    auto odt = IOdtUtils::getInstance(static_cast<unsigned int>(data.sensorId));
+    if (!odt) return;
+    odt->write_frame_data(mTables->getModuleName(module), static_cast<unsigned int>(data.frameNo),
+                          mTables->getSensorIdName(data.sensorId), data.stage, data.feature,
+                          path);
+}
+
+}  // namespace TuningUtils
+}  // namespace NSCam
