@@ -265,8 +265,8 @@ enum NddMetaTag : uint32_t {
 // bits 0 to 15. The lower word is sign-extended, so a request number with bit 15 set fills the
 // upper word with ones and hides the unique key; that is the key's defined value.
 constexpr int64_t composeNddKey(int32_t uniqueKey, int32_t requestNo, int32_t frameNo) {
-    const uint32_t low = (static_cast<uint32_t>(requestNo) << 16) |
-                         (static_cast<uint32_t>(frameNo) & 0xFFFFu);
+    const uint32_t low =
+            (static_cast<uint32_t>(requestNo) << 16) | (static_cast<uint32_t>(frameNo) & 0xFFFFu);
     const int64_t lowExtended = static_cast<int32_t>(low);
     return static_cast<int64_t>(static_cast<uint64_t>(static_cast<uint32_t>(uniqueKey)) << 32 |
                                 static_cast<uint64_t>(lowExtended));

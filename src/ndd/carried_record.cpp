@@ -16,8 +16,8 @@ struct CarriedTag {
 };
 
 constexpr CarriedTag kCarriedTags[] = {
-        {eModule_AAO, 0xC0120007u},   {eModule_AAHO, 0xC0120008u},   {eModule_AISA, 0xC0120009u},
-        {eModule_AIMA, 0xC012000Au},  {eModule_AIFA, 0xC012000Bu},   {eModule_LTMSO, 0xC012000Cu},
+        {eModule_AAO, 0xC0120007u},     {eModule_AAHO, 0xC0120008u},   {eModule_AISA, 0xC0120009u},
+        {eModule_AIMA, 0xC012000Au},    {eModule_AIFA, 0xC012000Bu},   {eModule_LTMSO, 0xC012000Cu},
         {eModule_LTM_OUT, 0xC012000Du}, {eModule_AE_OUT, 0xC012000Eu}, {eModule_CAC, 0xC012000Fu},
 };
 
@@ -28,10 +28,9 @@ constexpr int32_t NddData::*kFieldsBeforeString[] = {
         &NddData::feature, &NddData::action,    &NddData::sensorFeatureMode,
 };
 constexpr int32_t NddData::*kFieldsAfterString[] = {
-        &NddData::paddedWidth, &NddData::paddedHeight, &NddData::bufferWidth,
-        &NddData::width,       &NddData::height,       &NddData::bitDepth,
-        &NddData::bayerOrder,  &NddData::sign,         &NddData::cell,
-        &NddData::delay,       &NddData::layer,        &NddData::sensorExp,
+        &NddData::paddedWidth, &NddData::paddedHeight, &NddData::bufferWidth, &NddData::width,
+        &NddData::height,      &NddData::bitDepth,     &NddData::bayerOrder,  &NddData::sign,
+        &NddData::cell,        &NddData::delay,        &NddData::layer,       &NddData::sensorExp,
         &NddData::expOdr,      &NddData::dualCamId,    &NddData::ruleVersion,
 };
 constexpr size_t kStringRefSize = sizeof(uint64_t) + sizeof(uint32_t);

@@ -10,8 +10,7 @@ namespace TuningUtils {
 
 class NamedTrace {
 public:
-    NamedTrace(const char* format, const char* argument)
-        : mActive(camtune::trace::isEnabled()) {
+    NamedTrace(const char* format, const char* argument) : mActive(camtune::trace::isEnabled()) {
         if (!mActive) return;
         char name[128];
         std::snprintf(name, sizeof(name), format, argument);

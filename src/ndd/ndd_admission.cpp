@@ -22,10 +22,6 @@ using NSCam::Utils::Properties::kPropertyValueMax;
 
 namespace {
 
-constexpr char kBadSensorText[] = "vendor.debug.ndd.sensor_dump (%s) is not a sensor id; ignored";
-
-
-
 // A sensor id from vendor.debug.ndd.sensor_dump text ("N" or "-N"); false when it holds none.
 bool parseSensorText(const char* text, int* sensorId) {
     errno = 0;
@@ -96,7 +92,7 @@ void Ndd::frame_begin(int sensorId, int frameNo) {
         }
     }
     if (permissionChanged) CAM_LOGI(ndd_msg::kSensorPermission, sensorText);
-    if (permissionIgnored) CAM_LOGE(kBadSensorText, sensorText);
+    if (permissionIgnored) CAM_LOGE(ndd_msg::kBadSensorText, sensorText);
     if (previewChanged) CAM_LOGI(ndd_msg::kPreviewCount, previewReady);
     if (alignedCount > 0) CAM_LOGD(ndd_msg::kAlignCount, sensorId, alignedCount);
     if (admittedMapSize >= 0) CAM_LOGD(ndd_msg::kAddFrame, sensorId, frameNo, admittedMapSize);
@@ -122,8 +118,8 @@ bool Ndd::is_filename_valid(eCategory category, eModule module, const NddData& d
            data.feature <= kMaxFeature;
 }
 
-bool Ndd::findConfig(const NddData& data, eCategory category, eModule module,
-                     ConfigValues* values, std::string* format) {
+bool Ndd::findConfig(const NddData& data, eCategory category, eModule module, ConfigValues* values,
+                     std::string* format) {
     if (!is_filename_valid(category, module, data)) return false;
     std::lock_guard<std::mutex> guard(mConfigLock);
     const configInfo* entry =
@@ -169,8 +165,8 @@ bool Ndd::is_ndd_data_valid(eCategory category, eModule module, const NddData& d
         sensorPermitted = mPermissions.sensors.count(data.sensorId) != 0;
         if (sensorPermitted && category == eCategory_Streaming) {
             auto frames = mPermissions.frames.find(data.sensorId);
-            framePermitted = frames != mPermissions.frames.end() &&
-                             frames->second.count(data.frameNo) != 0;
+            framePermitted =
+                    frames != mPermissions.frames.end() && frames->second.count(data.frameNo) != 0;
         }
     }
     if (!sensorPermitted) {
@@ -191,7 +187,8 @@ bool Ndd::is_ndd_data_valid(eCategory category, eModule module, const NddData& d
 
 void Ndd::applyOdtPrefix(NddData& data) {
     if (data.sensorId < 0) return;
-    std::shared_ptr<IOdtUtils> odt = IOdtUtils::getInstance(static_cast<unsigned int>(data.sensorId));
+    std::shared_ptr<IOdtUtils> odt =
+            IOdtUtils::getInstance(static_cast<unsigned int>(data.sensorId));
     if (!odt) return;
     qel_tuning_cfg_prefix prefix = odt->get_cfg_prefix(static_cast<unsigned int>(data.frameNo));
     if (prefix.status != OdtCfgPrefix_Found) return;

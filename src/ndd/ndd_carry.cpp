@@ -1,9 +1,9 @@
 // Buffers carried in request metadata until the request that carries them is dumped.
 #define LOG_TAG "NDD"
 
-#include "camtune/platform/log.h"
 #include <cstring>
 
+#include "camtune/platform/log.h"
 #include "camtune/platform/metadata.h"
 #include "ndd/carried_record.h"
 #include "ndd/item_names.h"

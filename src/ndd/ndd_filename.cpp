@@ -20,7 +20,6 @@ namespace {
 constexpr char kFieldOpen = '[';
 constexpr char kFieldClose = ']';
 constexpr char kFormatField[] = "Format";
-constexpr char kUnknownRule[] = "Unknown naming rule [%s]; it adds nothing to the name";
 constexpr int kNoValue = -1;
 
 // The colour-filter order of the sensor, or `fallback` when the sensor list does not know it.
@@ -77,7 +76,7 @@ std::string Ndd::get_filename(eCategory category, eModule module, NddData& data,
         } else if (mTables->convert(field, data, &piece)) {
             name += piece;
         } else {
-            CAM_LOGE(kUnknownRule, field.c_str());
+            CAM_LOGE(ndd_msg::kUnknownRule, field.c_str());
         }
         at = close + 1;
     }

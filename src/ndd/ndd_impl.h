@@ -24,7 +24,7 @@ namespace TuningUtils {
 // and where it goes.
 struct dumpInfo {
     DumpBytes data;
-    bool fromImage = false;  // image copies do not count in the queued size
+    bool fromImage = false;
     eCategory category = eCategory_Capture;
     eModule module = eModule_AAHO;
     NddData ndd;
@@ -116,8 +116,8 @@ private:
     };
     // The configured values (and, when asked, the format) of an item; false, values untouched,
     // when it has none. Allocates nothing unless a format is asked for.
-    bool findConfig(const NddData& data, eCategory category, eModule module,
-                    ConfigValues* values, std::string* format);
+    bool findConfig(const NddData& data, eCategory category, eModule module, ConfigValues* values,
+                    std::string* format);
     // Names and path of an admitted item; false (logged) when the name cannot be used.
     bool composePath(eCategory category, eModule module, NddData& data, IImageBuffer* image,
                      std::string* name, std::string* path);
@@ -159,6 +159,7 @@ private:
     std::condition_variable mQueueSignal;
     std::deque<dumpInfo> mQueue;
     bool mWritersPaused = false;
+    int mSleepingWriters = 0;  // writers waiting without a time limit
     std::vector<std::thread> mWriters;
 
     mutable std::mutex mConfigLock;
@@ -168,6 +169,10 @@ private:
     mutable std::mutex mFolderLock;
     std::string mDumpFolder;
     std::string mRootPath;
+    // When make_ndd_dir last found the folder (steady-clock ns); it looks again after a while,
+    // so a folder removed during a stream comes back.
+    std::atomic<int64_t> mFolderSeenAtNs{kFolderNeverSeen};
+    static constexpr int64_t kFolderNeverSeen = INT64_MIN;
 
     std::mutex mPermissionLock;
     Permissions mPermissions;

@@ -2,6 +2,7 @@
 #define LOG_TAG "NDD"
 
 #include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <system_error>
 
@@ -25,8 +26,8 @@ int parseThreadCount(const char* text) {
     errno = 0;
     char* end = nullptr;
     long value = std::strtol(text, &end, 10);
-    if (end == text || errno == ERANGE || value < 0) return -1;
-    return value > Ndd::kMaxThreads + 1 ? Ndd::kMaxThreads + 1 : static_cast<int>(value);
+    if (end == text || errno == ERANGE || value < 0 || value > INT_MAX) return -1;
+    return static_cast<int>(value);
 }
 
 }  // namespace
@@ -52,41 +53,60 @@ int Ndd::is_enable_ndd() {
 }
 
 void Ndd::init() {
-    std::lock_guard<std::mutex> lifecycle(mLifecycleLock);
-    std::lock_guard<std::mutex> guard(mMainLock);
-    if (mRunning.load()) {
-        CAM_LOGD(ndd_msg::kAlreadyRunning, mThreadCount.load());
-        return;
-    }
-    mQueuedSize.store(0);
-    mFailedDumps.store(0);
-    mRunning.store(true);
-
+    // What happened, logged once the locks are released.
+    enum class Outcome { AlreadyRunning, BadCount, Disabled, Started } outcome;
     char text[kPropertyValueMax];
-    props::getString(props::kNddThreadCount, text);
-    int count = parseThreadCount(text);
-    if (count < 0) {
-        CAM_LOGE(ndd_msg::kBadThreadCount, text, kMaxThreads);
-        count = 0;
-    } else if (count > kMaxThreads) {
-        CAM_LOGW(ndd_msg::kThreadCountCapped, count, kMaxThreads, kMaxThreads);
-        count = kMaxThreads;
-    }
-    if (count == 0) {
-        CAM_LOGI("%s", ndd_msg::kDisabled);
-        return;
-    }
-    CAM_LOGI(ndd_msg::kEnabled, count);
-    for (int i = 0; i < count; ++i) {
-        try {
-            mWriters.emplace_back(&Ndd::consume_request, this, i);
-        } catch (const std::system_error&) {
-            CAM_LOGE("%s", ndd_msg::kThreadFailed);
-            break;
+    int requested = 0;
+    bool threadFailed = false;
+    {
+        std::lock_guard<std::mutex> lifecycle(mLifecycleLock);
+        std::lock_guard<std::mutex> guard(mMainLock);
+        if (mRunning.load()) {
+            outcome = Outcome::AlreadyRunning;
+        } else {
+            mQueuedSize.store(0);
+            mFailedDumps.store(0);
+            mRunning.store(true);
+            props::getString(props::kNddThreadCount, text);
+            requested = parseThreadCount(text);
+            if (requested < 0) {
+                outcome = Outcome::BadCount;
+            } else if (requested == 0) {
+                outcome = Outcome::Disabled;
+            } else {
+                outcome = Outcome::Started;
+                const int count = requested > kMaxThreads ? kMaxThreads : requested;
+                for (int i = 0; i < count && !threadFailed; ++i) {
+                    try {
+                        mWriters.emplace_back(&Ndd::consume_request, this, i);
+                    } catch (const std::system_error&) {
+                        threadFailed = true;
+                    }
+                }
+                // Only the threads that started take items.
+                mThreadCount.store(static_cast<int>(mWriters.size()));
+            }
         }
     }
-    // Only the threads that started take items.
-    mThreadCount.store(static_cast<int>(mWriters.size()));
+    switch (outcome) {
+        case Outcome::AlreadyRunning:
+            CAM_LOGD(ndd_msg::kAlreadyRunning, mThreadCount.load());
+            return;
+        case Outcome::BadCount:
+            CAM_LOGE(ndd_msg::kBadThreadCount, text, kMaxThreads);
+            return;
+        case Outcome::Disabled:
+            CAM_LOGI("%s", ndd_msg::kDisabled);
+            return;
+        case Outcome::Started:
+            break;
+    }
+    if (requested > kMaxThreads) {
+        CAM_LOGW(ndd_msg::kThreadCountCapped, requested, kMaxThreads, kMaxThreads);
+    }
+    if (threadFailed) CAM_LOGE("%s", ndd_msg::kThreadFailed);
+    CAM_LOGI(ndd_msg::kEnabled, mThreadCount.load());
+    publishQueuedSize();
 }
 
 void Ndd::uninit() {

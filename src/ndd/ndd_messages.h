@@ -32,6 +32,8 @@ inline constexpr char kConfigNameWrong[] = "cfg_file format might be wrong: %s, 
 
 // Frames and admission.
 inline constexpr char kSensorPermission[] = "Sensor Permission Received (%s)";
+inline constexpr char kBadSensorText[] =
+        "vendor.debug.ndd.sensor_dump (%s) is not a sensor id; ignored";
 inline constexpr char kPreviewCount[] = "Preview Dump Request Count Received (%d)";
 inline constexpr char kAlignCount[] = "sensor(%d) align count(%d)";
 inline constexpr char kAddFrame[] = "sensor(%d) : Add FrameNo %d in map, map size(%d)";
@@ -41,7 +43,8 @@ inline constexpr char kDumpDisabled3[] = "Data Dump disabled under given conditi
 inline constexpr char kDumpDisabled4[] =
         "Data Dump disabled under given conditions: (%s, %s, %s, %s)";
 inline constexpr char kSensorDisabled[] = "Data Dump of this sensorId (%d) has been disabled!";
-inline constexpr char kFrameNotPermitted[] = "[%s] Given FrameNo(%d) doesn't exist in permission list";
+inline constexpr char kFrameNotPermitted[] =
+        "[%s] Given FrameNo(%d) doesn't exist in permission list";
 inline constexpr char kActionFiltered[] = "[%s] action(%d) is not the permitted action(%d)";
 
 // Names.
@@ -49,6 +52,7 @@ inline constexpr char kInvalidStage[] = "Invalid Stage(%d), force it to -1";
 inline constexpr char kInvalidSensorId[] = "Invalid SensorId(%d), force it to -1";
 inline constexpr char kWrongPattern[] = "Wrong string format!";
 inline constexpr char kFormatOnArray[] = "FORMAT is not allowed used for simple array!";
+inline constexpr char kUnknownRule[] = "Unknown naming rule [%s]; it adds nothing to the name";
 inline constexpr char kEmptyName[] =
         "(%s, %s, %s, %s) has no file-name format in the configuration; item not dumped";
 inline constexpr char kNameWithSlash[] =
@@ -65,7 +69,8 @@ inline constexpr char kBufferHandover[] =
         "(%s/%d,%s/%d,%s/%d) time(%dns) size(%d) heap(%ld) Upcoming write_name: %s";
 inline constexpr char kImageHandover[] =
         "(%s/%d,%s/%d,%s/%d) time(%dns) size(%d) Upcoming image buffer: %s";
-inline constexpr char kAllocationFailed[] = "Allocation failed, hence dump right away, heap size: %ld";
+inline constexpr char kAllocationFailed[] =
+        "Allocation failed, hence dump right away, heap size: %ld";
 inline constexpr char kDirectOpenFailed[] = "Direct Dump FILE open errorno: %s";
 inline constexpr char kOpenFailed[] = "FILE open errorno: %s";
 inline constexpr char kWriteFailed[] = "FILE write errorno: %s, %zu of %zu bytes written to %s";

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -29,6 +30,14 @@ constexpr char kSubDirPrefix[] = "UKey";
 constexpr char kDefaultFolder[] = "default_dump";
 constexpr char kDefaultConfigCopy[] = "default_cfg.cfg";
 constexpr size_t kCopyChunk = 64 * 1024;
+// A folder found is trusted this long before it is looked at again.
+constexpr int64_t kFolderRecheckNs = 1000 * 1000 * 1000;
+
+int64_t nowNs() {
+    return std::chrono::duration_cast<std::chrono::nanoseconds>(
+                   std::chrono::steady_clock::now().time_since_epoch())
+            .count();
+}
 
 std::string sensorListText(const std::vector<int>& sensorIds) {
     std::string list;
@@ -113,6 +122,7 @@ void Ndd::stream_on(std::vector<int> sensorIds, unsigned int uniqueKey) {
     std::lock_guard<std::mutex> folderGuard(mFolderLock);
     mRootPath = std::move(root);
     mDumpFolder = std::move(folder);
+    mFolderSeenAtNs.store(kFolderNeverSeen);
 }
 
 void Ndd::stream_off(std::vector<int> sensorIds) {
@@ -149,24 +159,33 @@ void Ndd::parse_config(const std::string& path) {
     }
     if (!mDebugging.load()) return;
     for (const auto& [key, info] : mConfig.entries()) {
-        CAM_LOGD(ndd_msg::kConfigEntry, key.c_str(), info.format.c_str(), info.enable,
-                 info.dumpin);
+        CAM_LOGD(ndd_msg::kConfigEntry, key.c_str(), info.format.c_str(), info.enable, info.dumpin);
     }
 }
 
 void Ndd::make_ndd_dir() {
+    const int64_t now = nowNs();
+    const int64_t seen = mFolderSeenAtNs.load(std::memory_order_relaxed);
+    if (seen != kFolderNeverSeen && now - seen < kFolderRecheckNs) return;
     std::string folder = dumpFolder();
-    if (isDirectory(folder)) return;
+    if (isDirectory(folder)) {
+        mFolderSeenAtNs.store(now, std::memory_order_relaxed);
+        return;
+    }
     char configPath[kPropertyValueMax];
     props::getString(props::kNddConfigPath, configPath);
     CAM_LOGI(ndd_msg::kFolderPath, folder.c_str());
     if (fs::mkdir(folder.c_str(), 0777) != 0) {
         int error = errno;
         // Another pipeline thread made it first; that thread copies the configuration.
-        if (error == EEXIST && isDirectory(folder)) return;
+        if (error == EEXIST && isDirectory(folder)) {
+            mFolderSeenAtNs.store(now, std::memory_order_relaxed);
+            return;
+        }
         CAM_LOGE(ndd_msg::kFolderFailed, folder.c_str(), error, std::strerror(error));
         return;
     }
+    mFolderSeenAtNs.store(now, std::memory_order_relaxed);
     CAM_LOGI(ndd_msg::kFolderCreated, folder.c_str(), configPath);
     const char* slash = std::strrchr(configPath, '/');
     std::string copyName;

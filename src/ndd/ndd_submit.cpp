@@ -129,6 +129,7 @@ bool Ndd::query_file_path(eCategory category, eModule module, NddData& data, cha
     (void)file;
     (void)line;
     if (!is_ndd_data_valid(category, module, data)) return false;
+    make_ndd_dir();  // the caller writes the file itself, into this folder
     applyOdtPrefix(data);
     std::string name, path;
     if (!composePath(category, module, data, nullptr, &name, &path)) return false;
@@ -155,8 +156,7 @@ void Ndd::reportToOdt(eCategory category, eModule module, NddData& data, const s
     auto odt = IOdtUtils::getInstance(static_cast<unsigned int>(data.sensorId));
     if (!odt) return;
     odt->write_frame_data(mTables->getModuleName(module), static_cast<unsigned int>(data.frameNo),
-                          mTables->getSensorIdName(data.sensorId), data.stage, data.feature,
-                          path);
+                          mTables->getSensorIdName(data.sensorId), data.stage, data.feature, path);
 }
 
 }  // namespace TuningUtils

@@ -1,6 +1,7 @@
 // The queue, the writer threads, and what is reported once a file is written.
 #define LOG_TAG "NDD"
 
+#include <chrono>
 #include <cinttypes>
 #include <cstdio>
 #include <cstring>
@@ -25,7 +26,13 @@ using scenariorecorder::IScenarioRecorder;
 
 namespace {
 
+using Clock = std::chrono::steady_clock;
+
 constexpr char kThreadNameFormat[] = "NDD_THD_%d";
+// A writer that has written an item in the last kWriterLinger polls the queue every
+// kWriterPoll; after that it sleeps until a producer wakes it.
+constexpr std::chrono::milliseconds kWriterPoll{1};
+constexpr std::chrono::milliseconds kWriterLinger{250};
 constexpr char kAllocTrace[] = "NDD_transfer_alloc";
 constexpr char kCopyTrace[] = "NDD_transfer_copy";
 constexpr char kWriteTrace[] = "write";
@@ -40,8 +47,8 @@ void logWriteFailure(const DumpFileResult& result, const std::string& path,
     if (result.status == DumpFileResult::OpenFailed) {
         CAM_LOGE(openFailedFormat, std::strerror(result.error));
     } else if (result.status == DumpFileResult::WriteFailed) {
-        CAM_LOGE(ndd_msg::kWriteFailed, std::strerror(result.error), result.written,
-                 result.total, path.c_str());
+        CAM_LOGE(ndd_msg::kWriteFailed, std::strerror(result.error), result.written, result.total,
+                 path.c_str());
     }
 }
 
@@ -88,15 +95,22 @@ DumpBytes Ndd::copyImage(IImageBuffer* image) {
 }
 
 void Ndd::queueOrWrite(dumpInfo&& info) {
-    const int64_t size = info.fromImage ? 0 : static_cast<int64_t>(info.data.size());
-    mQueuedSize.fetch_add(size);
+    mQueuedSize.fetch_add(static_cast<int64_t>(info.data.size()));
+    bool queued = false;
+    bool wake = false;
     {
         std::lock_guard<std::mutex> guard(mMainLock);
         if (mRunning.load()) {
             mQueue.push_back(std::move(info));
-            mQueueSignal.notify_all();
-            return;
+            queued = true;
+            wake = mSleepingWriters > 0;
         }
+    }
+    if (queued) {
+        // Writers that dumped recently poll and need no wake-up. One item needs one writer,
+        // and waking it after the unlock spares it blocking on the lock.
+        if (wake) mQueueSignal.notify_one();
+        return;
     }
     // The writers have stopped since the item was admitted: write it here, so it is not lost.
     if (writeNow(info.path, info.data.data(), info.data.size(), ndd_msg::kOpenFailed)) {
@@ -109,13 +123,23 @@ void Ndd::consume_request(int index) {
     char name[16];
     std::snprintf(name, sizeof(name), kThreadNameFormat, index);
     camtune::thread::setName(name);
+    auto ready = [this] { return (!mQueue.empty() && !mWritersPaused) || !mRunning.load(); };
+    Clock::time_point lastItem = Clock::time_point::min();
     for (;;) {
         dumpInfo info;
         {
             std::unique_lock<std::mutex> lock(mMainLock);
-            mQueueSignal.wait(lock, [this] {
-                return (!mQueue.empty() && !mWritersPaused) || !mRunning.load();
-            });
+            while (!ready()) {
+                // While dumps keep coming, look for the next one every poll interval rather
+                // than have each producer pay for waking a sleeping writer.
+                if (Clock::now() - lastItem < kWriterLinger) {
+                    mQueueSignal.wait_for(lock, kWriterPoll);
+                } else {
+                    ++mSleepingWriters;
+                    mQueueSignal.wait(lock);
+                    --mSleepingWriters;
+                }
+            }
             if (mQueue.empty()) return;
             info = std::move(mQueue.front());
             mQueue.pop_front();
@@ -133,6 +157,7 @@ void Ndd::consume_request(int index) {
             mFailedDumps.fetch_add(1);
         }
         finishQueuedItem(info);
+        lastItem = Clock::now();
     }
 }
 
@@ -177,11 +202,13 @@ bool Ndd::writeImageNow(const std::string& path, IImageBuffer* image) {
 }
 
 void Ndd::finishQueuedItem(dumpInfo& info) {
-    if (!info.fromImage) {
-        mQueuedSize.fetch_sub(static_cast<int64_t>(info.data.size()));
-        publishQueuedSize();
-    }
+    // Image copies count too: they hold memory like any other copy, and dump_size reads 0
+    // only once every queued item is on disk. The copy goes back to the pool first, so a
+    // producer that saw the queue empty finds it there.
+    const auto size = static_cast<int64_t>(info.data.size());
     mPool.release(std::move(info.data));
+    mQueuedSize.fetch_sub(size);
+    publishQueuedSize();
 }
 
 void Ndd::publishQueuedSize() {

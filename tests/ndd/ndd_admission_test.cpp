@@ -12,8 +12,9 @@ namespace {
 using camtune::test::LogCapture;
 using Level = camtune::log::Level;
 
-constexpr char kStreamingAao[] = "Preview,Default,[Prefix],Streaming,AAO,1,0\n"
-                                 "Preview,Default,[Prefix],Capture,AAO,1,0\n";
+constexpr char kStreamingAao[] =
+        "Preview,Default,[Prefix],Streaming,AAO,1,0\n"
+        "Preview,Default,[Prefix],Capture,AAO,1,0\n";
 
 int previewProperty() {
     return props::getInt(props::kNddPreviewReady);
@@ -85,12 +86,9 @@ TEST_F(NddAdmissionTest, SensorDumpPropertyPermitsAndWithdrawsOnce) {
         bool sensor2;
         int logged;  // "Sensor Permission Received" lines for this step
     } steps[] = {
-            {"-2", false, 1},
-            {"-2", false, 0},  // unchanged text: acted on once
-            {"2", true, 1},
-            {"2", true, 0},
-            {"-2", false, 1},
-            {"x", false, 1},  // not a sensor id: logged and ignored
+            {"-2", false, 1}, {"-2", false, 0},  // unchanged text: acted on once
+            {"2", true, 1},   {"2", true, 0},
+            {"-2", false, 1}, {"x", false, 1},  // not a sensor id: logged and ignored
     };
     for (const Step& step : steps) {
         mProps.set(props::kNddSensorDump, std::string(step.text));
@@ -122,8 +120,8 @@ TEST_F(NddAdmissionTest, ChecksRunInOrderAndSayWhy) {
             {"module 450", eCategory_Capture, static_cast<eModule>(450), [](NddData&) {}, false,
              ""},
             {"category 2", static_cast<eCategory>(2), eModule_AAO, [](NddData&) {}, false, ""},
-            {"negative module", eCategory_Capture, static_cast<eModule>(-1), [](NddData&) {},
-             false, ""},
+            {"negative module", eCategory_Capture, static_cast<eModule>(-1), [](NddData&) {}, false,
+             ""},
             {"not configured", eCategory_Capture, eModule_AFO, [](NddData&) {}, false,
              "Data Dump disabled under given conditions: (Preview, Default, Capture, AFO)"},
             {"configured off", eCategory_Capture, eModule_LSC, [](NddData& d) { d.stage = 1; },

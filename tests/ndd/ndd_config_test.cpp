@@ -26,14 +26,8 @@ TEST(SplitFieldsTest, ReadsAsADelimitedStreamDoes) {
         const char* line;
         std::vector<std::string> fields;
     } cases[] = {
-            {"", {}},
-            {"a", {"a"}},
-            {"a,", {"a"}},
-            {"a,,b", {"a", "", "b"}},
-            {",", {""}},
-            {",,", {"", ""}},
-            {"a,b,", {"a", "b"}},
-            {"a,b,,", {"a", "b", ""}},
+            {"", {}},    {"a", {"a"}},     {"a,", {"a"}},        {"a,,b", {"a", "", "b"}},
+            {",", {""}}, {",,", {"", ""}}, {"a,b,", {"a", "b"}}, {"a,b,,", {"a", "b", ""}},
     };
     for (const Case& c : cases) EXPECT_EQ(splitFields(c.line, ','), c.fields) << c.line;
 }
@@ -121,8 +115,9 @@ TEST_F(NddConfigTest, DebuggingListsEveryEntry) {
     LogCapture log;
     start("Preview,Default,[Prefix],Streaming,AAO,1,0\n"
           "Preview,Default,[Prefix][SensorId],Streaming,AAO,3,1\n");
-    EXPECT_TRUE(log.contains("(Rule, Format, Enable, DumpIn): (Preview,Default,Streaming,AAO, "
-                             "[Prefix][SensorId], 3, 1)"));
+    EXPECT_TRUE(
+            log.contains("(Rule, Format, Enable, DumpIn): (Preview,Default,Streaming,AAO, "
+                         "[Prefix][SensorId], 3, 1)"));
     EXPECT_EQ(log.countContaining("(Rule, Format, Enable, DumpIn)"), 1);
 }
 
@@ -167,7 +162,8 @@ TEST_F(NddConfigTest, StreamOnNamesTheFolderAndWritesTheSensorList) {
 
 TEST_F(NddConfigTest, DisabledNddIgnoresStreamsAndRefusesEverything) {
     for (const char* threads : {"0", "", "abc", "-2"}) {
-        Ndd ndd;
+        auto owner = std::make_unique<Ndd>();
+        Ndd& ndd = *owner;
         mProps.set(props::kNddThreadCount, std::string(threads));
         mRoot.writeFile(kConfigPath, "Preview,Default,[Prefix],Capture,AAO,1,0\n");
         LogCapture log;
@@ -182,8 +178,9 @@ TEST_F(NddConfigTest, DisabledNddIgnoresStreamsAndRefusesEverything) {
         ndd.uninit();
         EXPECT_FALSE(mRoot.exists(kDefaultFolder));
         const bool number = std::string(threads) == "0" || std::string(threads).empty();
-        EXPECT_TRUE(log.contains("NDD is initialized as disabled since vendor.debug.ndd.thdnum is "
-                                 "set to 0"))
+        EXPECT_EQ(log.contains("NDD is initialized as disabled since vendor.debug.ndd.thdnum is "
+                               "set to 0"),
+                  number)
                 << threads;
         EXPECT_EQ(log.countContaining("is not a thread count"), number ? 0 : 1) << threads;
     }
@@ -196,6 +193,9 @@ TEST_F(NddConfigTest, ThreadCountIsCappedAndInitTwiceStartsOnce) {
     mNdd->init();
     EXPECT_EQ(mNdd->is_enable_ndd(), Ndd::kMaxThreads);
     EXPECT_EQ(log.count("NDD is enabled with thread_num (16)"), 1);
+    EXPECT_EQ(log.count("vendor.debug.ndd.thdnum (500) is more than 16; 16 writer threads are "
+                        "started"),
+              1);
     mNdd->uninit();
     EXPECT_EQ(mNdd->is_enable_ndd(), 0);
     EXPECT_TRUE(log.contains("Remaining size after joining all thread: 0"));
@@ -228,7 +228,8 @@ TEST_F(NddConfigTest, MakeDirCreatesTheFolderOnceAndCopiesTheConfiguration) {
         mRoot.writeFile(kConfigPath, config);
         mRoot.writeFile("/ndd.cfg", config);  // relative paths are taken from "/"
         mProps.set(props::kNddConfigPath, std::string(c.configPath));
-        Ndd ndd;
+        auto owner = std::make_unique<Ndd>();
+        Ndd& ndd = *owner;
         ndd.init();
         ndd.stream_on({0}, 1);
         LogCapture log;

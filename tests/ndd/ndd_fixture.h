@@ -86,6 +86,8 @@ protected:
 
     camtune::test::TempRoot mRoot;
     camtune::test::PropertyScope mProps;
+    // Instances live on the heap: mutexes reusing a stack address in a loop would look like one
+    // lock to ThreadSanitizer's lock-order check.
     std::unique_ptr<Ndd> mNdd = std::make_unique<Ndd>();
 };
 

@@ -65,30 +65,47 @@ TEST(NddMetadataKeyTest, PrefersTheNddKeyAndFallsBackToPipelineTags) {
         int result;
         Identity out;  // starting from {-7, -7, -7}
     } cases[] = {
-            {"ndd key", [](IMetadata& m) { IMetadata::setEntry<int64_t>(&m, kNddTagKey, 0x0000000900080007ll); },
-             0, {9, 8, 7}},
+            {"ndd key",
+             [](IMetadata& m) {
+                 IMetadata::setEntry<int64_t>(&m, kNddTagKey, 0x0000000900080007ll);
+             },
+             0,
+             {9, 8, 7}},
             {"zero ndd key falls back",
              [](IMetadata& m) {
                  m = pipelineMeta(1, 2, 3);
                  IMetadata::setEntry<int64_t>(&m, kNddTagKey, 0);
              },
-             0, {1, 2, 3}},
-            {"no frame number", [](IMetadata& m) {
+             0,
+             {1, 2, 3}},
+            {"no frame number",
+             [](IMetadata& m) {
                  m = pipelineMeta(1, 2, 3);
                  m.remove(kNddTagPipelineFrameNo);
-             }, 0, {1, 2, -7}},
-            {"no request number", [](IMetadata& m) {
+             },
+             0,
+             {1, 2, -7}},
+            {"no request number",
+             [](IMetadata& m) {
                  m = pipelineMeta(1, 2, 3);
                  m.remove(kNddTagPipelineRequestNo);
-             }, -1, {1, -7, -7}},
-            {"no unique key", [](IMetadata& m) {
+             },
+             -1,
+             {1, -7, -7}},
+            {"no unique key",
+             [](IMetadata& m) {
                  m = pipelineMeta(1, 2, 3);
                  m.remove(kNddTagPipelineUniqueKey);
-             }, -1, {-7, -7, -7}},
-            {"empty unique key entry", [](IMetadata& m) {
+             },
+             -1,
+             {-7, -7, -7}},
+            {"empty unique key entry",
+             [](IMetadata& m) {
                  m = pipelineMeta(1, 2, 3);
                  m.update(kNddTagPipelineUniqueKey, IMetadata::IEntry(kNddTagPipelineUniqueKey));
-             }, -1, {-7, -7, -7}},
+             },
+             -1,
+             {-7, -7, -7}},
     };
     for (const Case& c : cases) {
         IMetadata meta;
@@ -138,8 +155,8 @@ TEST(NddMetadataKeyTest, NddInfoTellsCaptureFromStreaming) {
             {"streaming feature", false, 0, true, true, eCategory_Streaming, 11, 3},
             {"capture info", true, 0x0000000700000016ll, true, false, eCategory_Capture, 22, 42},
             {"capture info all ones", true, -1, true, false, eCategory_Streaming, 11, 42},
-            {"capture info upper -1 only", true, static_cast<int64_t>(0xFFFFFFFF00000005ull),
-             false, false, eCategory_Capture, 5, 42},
+            {"capture info upper -1 only", true, static_cast<int64_t>(0xFFFFFFFF00000005ull), false,
+             false, eCategory_Capture, 5, 42},
     };
     for (const Case& c : cases) {
         IMetadata meta = pipelineMeta(1, 2, 3);
@@ -161,12 +178,14 @@ TEST(NddMetadataKeyTest, NddInfoTellsCaptureFromStreaming) {
 NddData fullRecord() {
     NddData data;
     int32_t value = 100;
-    for (int32_t* field :
-         {&data.version, &data.uniqueKey, &data.requestNo, &data.frameNo, &data.sensorId,
-          &data.stage, &data.feature, &data.action, &data.sensorFeatureMode, &data.paddedWidth,
-          &data.paddedHeight, &data.bufferWidth, &data.width, &data.height, &data.bitDepth,
-          &data.bayerOrder, &data.sign, &data.cell, &data.delay, &data.layer, &data.sensorExp,
-          &data.expOdr, &data.dualCamId, &data.ruleVersion}) {
+    for (int32_t* field : {&data.version,     &data.uniqueKey,    &data.requestNo,
+                           &data.frameNo,     &data.sensorId,     &data.stage,
+                           &data.feature,     &data.action,       &data.sensorFeatureMode,
+                           &data.paddedWidth, &data.paddedHeight, &data.bufferWidth,
+                           &data.width,       &data.height,       &data.bitDepth,
+                           &data.bayerOrder,  &data.sign,         &data.cell,
+                           &data.delay,       &data.layer,        &data.sensorExp,
+                           &data.expOdr,      &data.dualCamId,    &data.ruleVersion}) {
         *field = value++;
     }
     data.userStr = "carried-user";
@@ -182,9 +201,9 @@ TEST(CarriedRecordTest, LaysOutTwentyFourIntegersAndAStringReference) {
         std::memcpy(&v, bytes + offset, 4);
         return v;
     };
-    EXPECT_EQ(intAt(0), 100);                  // version
-    EXPECT_EQ(intAt(32), 108);                 // sensor feature mode, the ninth integer
-    EXPECT_EQ(intAt(36 + 12), 109);            // padded width, after the string reference
+    EXPECT_EQ(intAt(0), 100);                       // version
+    EXPECT_EQ(intAt(32), 108);                      // sensor feature mode, the ninth integer
+    EXPECT_EQ(intAt(36 + 12), 109);                 // padded width, after the string reference
     EXPECT_EQ(intAt(kCarriedRecordSize - 4), 123);  // naming rule version
     uint32_t length;
     std::memcpy(&length, bytes + 36 + 8, 4);
@@ -276,7 +295,8 @@ TEST_F(NddCarryTest, DumpBufferSubmitsInTagOrderUnderTheCarryingRequest) {
     EXPECT_EQ(folderFile("000000077-0008-0009-CAC--u"), "CAC!");
     std::vector<std::string> written;
     for (const auto& line : log.lines()) {
-        if (line.text.find("Upcoming write_name") != std::string::npos) written.push_back(line.text);
+        if (line.text.find("Upcoming write_name") != std::string::npos)
+            written.push_back(line.text);
     }
     ASSERT_EQ(written.size(), 2u);
     EXPECT_NE(written[0].find("-AAO--u"), std::string::npos);  // 0xC0120007 before 0xC012000F
