@@ -3,10 +3,9 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
-#include <filesystem>
-#include <random>
 #include <string>
 
+#include "bench_support.h"
 #include "camtune/naming.h"
 #include "camtune/platform/fs.h"
 #include "camtune/platform/log.h"
@@ -32,21 +31,11 @@ FILE_DUMP_NAMING_HINT benchHint() {
 }
 
 // The first name creates the dump root; keep it out of /data and out of the timings.
-struct BenchRoot {
+struct BenchRoot : camtune::bench::ScratchRoot {
     BenchRoot() {
-        mPath = (std::filesystem::temp_directory_path() /
-                 ("camtune-naming-bench-" + std::to_string(std::random_device{}())))
-                        .string();
-        std::filesystem::create_directories(mPath);
-        camtune::fs::setRoot(mPath.c_str());
         char buf[256];
         NSCam::TuningUtils::MakePrefix(buf, sizeof(buf), 0, 0, 0, 0);
     }
-    ~BenchRoot() {
-        std::error_code ignored;
-        std::filesystem::remove_all(mPath, ignored);
-    }
-    std::string mPath;
 };
 
 // Bracketing on logs every exposure value at error level; silence it so the figure is the

@@ -12,43 +12,19 @@
 // the whole process per refused item (target 0). Target under 100 ns each.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
-#include <stdlib.h>
 
-#include <atomic>
 #include <chrono>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <new>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "bench_support.h"
 #include "camtune/platform/fs.h"
 #include "camtune/platform/properties.h"
 #include "ndd/ndd_impl.h"
 #include "platform/property_registry.h"
-
-namespace {
-std::atomic<uint64_t> gAllocations{0};
-}  // namespace
-
-// Counts allocations of the whole process. The replacement pairs malloc with free on purpose,
-// which g++ cannot see through.
-#if defined(__GNUC__) && !defined(__clang__)
-#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
-#endif
-void* operator new(size_t size) {
-    gAllocations.fetch_add(1, std::memory_order_relaxed);
-    if (void* p = std::malloc(size != 0 ? size : 1)) return p;
-    throw std::bad_alloc();
-}
-void operator delete(void* p) noexcept {
-    std::free(p);
-}
-void operator delete(void* p, size_t) noexcept {
-    std::free(p);
-}
 
 namespace {
 
@@ -67,12 +43,9 @@ constexpr char kFolder[] = "/data/vendor/camera_dump/default_dump";
 constexpr char kPlainFolder[] = "/data/vendor/camera_dump/plain";
 
 // Dumps go to a scratch root that is removed at exit.
-class BenchRoot {
+class BenchRoot : public camtune::bench::ScratchRoot {
 public:
     BenchRoot() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "camtune-bench-XXXXXX");
-        if (::mkdtemp(pattern.data()) != nullptr) mPath = pattern;
-        fs::setRoot(mPath.c_str());
         fs::makePath(kPlainFolder, 0777);
         std::FILE* config = fs::fopen(kConfigPath, "w");
         if (config != nullptr) {
@@ -85,20 +58,7 @@ public:
         props::set(props::kNddConfigPath, kConfigPath);
         props::set(props::kNddRootPath, "/data/vendor/camera_dump/");
     }
-    ~BenchRoot() {
-        std::error_code ignored;
-        if (!mPath.empty()) std::filesystem::remove_all(mPath, ignored);
-    }
-    static void clear(const char* folder) {
-        std::error_code ignored;
-        for (const auto& entry :
-             std::filesystem::directory_iterator(fs::hostPath(folder), ignored)) {
-            std::filesystem::remove(entry.path(), ignored);
-        }
-    }
-
-private:
-    std::string mPath;
+    static void clear(const char* folder) { clearFolder(folder); }
 };
 
 BenchRoot& benchRoot() {
@@ -240,13 +200,14 @@ BENCHMARK(BM_WritersEndToEnd)->UseManualTime()->Unit(benchmark::kMillisecond)->I
 
 void refusedLoop(benchmark::State& state, Ndd& ndd) {
     NddData data = item("");
-    const uint64_t before = gAllocations.load();
+    const uint64_t before = camtune::bench::allocationCount();
     const char byte = 0;
     for (auto _ : state) {
         ndd.submit_request(eCategory_Capture, eModule_LSC, data, &byte, 1, __FILE__, __LINE__);
     }
-    state.counters["allocs_per_item"] = static_cast<double>(gAllocations.load() - before) /
-                                        static_cast<double>(state.iterations());
+    state.counters["allocs_per_item"] =
+            static_cast<double>(camtune::bench::allocationCount() - before) /
+            static_cast<double>(state.iterations());
 }
 
 void BM_RefusedDisabled(benchmark::State& state) {

@@ -10,41 +10,16 @@
 // ratio = service / plain).
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
-#include <stdlib.h>
 
-#include <atomic>
 #include <chrono>
-#include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <new>
 #include <string>
 #include <vector>
 
+#include "bench_support.h"
 #include "camtune/platform/fs.h"
 #include "platform/property_registry.h"
 #include "recorder/scenario_recorder_impl.h"
-
-namespace {
-std::atomic<uint64_t> gAllocations{0};
-}  // namespace
-
-// Counts allocations of the whole process, the library's included. The replacement pairs
-// malloc with free on purpose, which g++ cannot see through.
-#if defined(__GNUC__) && !defined(__clang__)
-#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
-#endif
-void* operator new(size_t size) {
-    gAllocations.fetch_add(1, std::memory_order_relaxed);
-    if (void* p = std::malloc(size != 0 ? size : 1)) return p;
-    throw std::bad_alloc();
-}
-void operator delete(void* p) noexcept {
-    std::free(p);
-}
-void operator delete(void* p, size_t) noexcept {
-    std::free(p);
-}
 
 namespace {
 
@@ -61,29 +36,13 @@ constexpr int kRecordsPerRequest = 256;
 constexpr char kFolder[] = "/data/vendor/camera_dump";
 
 // Log files go to a scratch root that is removed at exit.
-class BenchRoot {
+class BenchRoot : public camtune::bench::ScratchRoot {
 public:
     BenchRoot() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "camtune-bench-XXXXXX");
-        if (::mkdtemp(pattern.data()) != nullptr) mPath = pattern;
-        fs::setRoot(mPath.c_str());
         fs::makePath(kFolder, 0771);
         props::set(props::kRecorderFlushMs, 1);
     }
-    ~BenchRoot() {
-        std::error_code ignored;
-        if (!mPath.empty()) std::filesystem::remove_all(mPath, ignored);
-    }
-    void clearFolder() const {
-        std::error_code ignored;
-        for (const auto& entry :
-             std::filesystem::directory_iterator(fs::hostPath(kFolder), ignored)) {
-            std::filesystem::remove(entry.path(), ignored);
-        }
-    }
-
-private:
-    std::string mPath;
+    void clearFolder() const { ScratchRoot::clearFolder(kFolder); }
 };
 
 BenchRoot& benchRoot() {
@@ -113,7 +72,7 @@ void BM_ProducerRecord(benchmark::State& state) {
         gRecorder->init();
         gRecorder->recordNddInfo(1, 0, 0, false);
     }
-    uint64_t allocationsBefore = gAllocations.load();
+    uint64_t allocationsBefore = camtune::bench::allocationCount();
     int request = state.thread_index() * 1000000;
     int inRequest = 0;
     for (auto _ : state) {
@@ -125,9 +84,9 @@ void BM_ProducerRecord(benchmark::State& state) {
     }
     state.SetItemsProcessed(state.iterations());
     if (state.thread_index() == 0) {
-        state.counters["allocs_per_record"] =
-                benchmark::Counter(static_cast<double>(gAllocations.load() - allocationsBefore) /
-                                   static_cast<double>(state.iterations() * state.threads()));
+        state.counters["allocs_per_record"] = benchmark::Counter(
+                static_cast<double>(camtune::bench::allocationCount() - allocationsBefore) /
+                static_cast<double>(state.iterations() * state.threads()));
         auto stats = gRecorder->stats();
         auto start = Clock::now();
         gRecorder->waitUntilIdle(std::chrono::minutes(5));

@@ -24,7 +24,6 @@ namespace TuningUtils {
 // and where it goes.
 struct dumpInfo {
     DumpBytes data;
-    bool fromImage = false;
     eCategory category = eCategory_Capture;
     eModule module = eModule_AAHO;
     NddData ndd;
@@ -123,8 +122,9 @@ private:
                      std::string* name, std::string* path);
     // Takes the on-device tuning identity of the item's frame, when a replay binds one.
     void applyOdtPrefix(NddData& data);
-    // Queues an item for the writers, or writes it at once when they have stopped.
-    void queueOrWrite(dumpInfo&& info);
+    // Queues a copied item for the writers, or writes it at once when they have stopped.
+    void queueOrWrite(DumpBytes copy, eCategory category, eModule module, const NddData& data,
+                      const std::string& path, std::string name);
     // Sends an execution record for the item's key to the scenario recorder.
     void reportWritten(const NddData& data, const std::string& text);
     // Appends a written item to the sensor's on-device tuning dump-in file, when configured.

@@ -62,14 +62,7 @@ void Ndd::submit_request(eCategory category, eModule module, NddData& data, cons
                     reportWritten(data, path);
                 }
             } else {
-                dumpInfo info;
-                info.data = std::move(copy);
-                info.category = category;
-                info.module = module;
-                info.ndd = data;
-                info.path = path;
-                info.name = std::move(name);
-                queueOrWrite(std::move(info));
+                queueOrWrite(std::move(copy), category, module, data, path, std::move(name));
             }
         }
     }
@@ -107,15 +100,7 @@ void Ndd::submit_request(eCategory category, eModule module, NddData& data, IIma
             if (writeImageNow(path, image)) reportWritten(data, path);
         } else {
             size = copy.size();
-            dumpInfo info;
-            info.data = std::move(copy);
-            info.fromImage = true;
-            info.category = category;
-            info.module = module;
-            info.ndd = data;
-            info.path = path;
-            info.name = std::move(name);
-            queueOrWrite(std::move(info));
+            queueOrWrite(std::move(copy), category, module, data, path, std::move(name));
         }
     }
     CAM_LOGD(ndd_msg::kImageHandover, mTables->getCategoryName(category), category, moduleName,

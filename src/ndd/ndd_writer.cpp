@@ -94,7 +94,15 @@ DumpBytes Ndd::copyImage(IImageBuffer* image) {
     return copy;
 }
 
-void Ndd::queueOrWrite(dumpInfo&& info) {
+void Ndd::queueOrWrite(DumpBytes copy, eCategory category, eModule module, const NddData& data,
+                       const std::string& path, std::string name) {
+    dumpInfo info;
+    info.data = std::move(copy);
+    info.category = category;
+    info.module = module;
+    info.ndd = data;
+    info.path = path;
+    info.name = std::move(name);
     mQueuedSize.fetch_add(static_cast<int64_t>(info.data.size()));
     bool queued = false;
     bool wake = false;
@@ -124,7 +132,8 @@ void Ndd::consume_request(int index) {
     std::snprintf(name, sizeof(name), kThreadNameFormat, index);
     camtune::thread::setName(name);
     auto ready = [this] { return (!mQueue.empty() && !mWritersPaused) || !mRunning.load(); };
-    Clock::time_point lastItem = Clock::time_point::min();
+    bool wroteAny = false;
+    Clock::time_point lastItem;
     for (;;) {
         dumpInfo info;
         {
@@ -132,7 +141,7 @@ void Ndd::consume_request(int index) {
             while (!ready()) {
                 // While dumps keep coming, look for the next one every poll interval rather
                 // than have each producer pay for waking a sleeping writer.
-                if (Clock::now() - lastItem < kWriterLinger) {
+                if (wroteAny && Clock::now() - lastItem < kWriterLinger) {
                     mQueueSignal.wait_for(lock, kWriterPoll);
                 } else {
                     ++mSleepingWriters;
@@ -157,6 +166,7 @@ void Ndd::consume_request(int index) {
             mFailedDumps.fetch_add(1);
         }
         finishQueuedItem(info);
+        wroteAny = true;
         lastItem = Clock::now();
     }
 }
