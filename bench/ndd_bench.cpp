@@ -3,7 +3,9 @@
 // BM_SubmitQueued: caller-thread cost of submit_request for a raw buffer on the queued path,
 // timed per call, against a memcpy of the same bytes into a warm buffer timed in the same
 // iteration (memcpy_us; ratio = submit / memcpy, target at most 1.3). Between calls the queue
-// drains untimed, as it does between frames.
+// drains untimed, as it does between frames. handed_over_memcpy_us is the same copy into a buffer
+// that a thread on another core reads after each copy, as a writer on another core reads a
+// queued copy; where cores are far apart this dominates (ratio_handed_over = submit / that).
 // BM_WritersEndToEnd: 2 writer threads taking 8 queued items of 12 MB, from their release until
 // every file is written, against one thread doing plain write() calls of the same files
 // (plain_MBps; ratio = NDD rate / plain rate, target at least 0.9).
@@ -12,7 +14,10 @@
 // the whole process per refused item (target 0). Target under 100 ns each.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
+#include <pthread.h>
+#include <sched.h>
 
+#include <atomic>
 #include <chrono>
 #include <cstring>
 #include <filesystem>
@@ -98,6 +103,55 @@ double secondsSince(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
+// A buffer that a thread on another core reads between copies into it, as a writer thread may
+// read a queued copy: the copy into it shows what moving cache lines between cores costs on
+// this machine.
+class HandedOverBuffer {
+public:
+    explicit HandedOverBuffer(size_t size)
+        : mBytes(size, 0), mSink(size, 0), mReader([this] { run(); }) {}
+    ~HandedOverBuffer() {
+        mTurn.store(kStop);
+        mReader.join();
+    }
+    // Times a copy of `source` into the buffer, then has the other thread read it.
+    double copySeconds(const uint8_t* source) {
+        auto start = Clock::now();
+        std::memcpy(mBytes.data(), source, mBytes.size());
+        benchmark::ClobberMemory();
+        const double seconds = secondsSince(start);
+        mTurn.store(kRead);
+        while (mTurn.load() == kRead) {
+        }
+        return seconds;
+    }
+
+private:
+    enum Turn { kIdle, kRead, kStop };
+    void run() {
+        // Read on another core than the copier's, when the machine has one.
+        const int copierCpu = mCopierCpu;
+        const int cpus = static_cast<int>(std::thread::hardware_concurrency());
+        if (copierCpu >= 0 && cpus > 1) {
+            cpu_set_t set;
+            CPU_ZERO(&set);
+            CPU_SET((copierCpu + 1) % cpus, &set);
+            pthread_setaffinity_np(pthread_self(), sizeof(set), &set);
+        }
+        for (int turn; (turn = mTurn.load()) != kStop;) {
+            if (turn != kRead) continue;
+            std::memcpy(mSink.data(), mBytes.data(), mBytes.size());
+            benchmark::ClobberMemory();
+            mTurn.store(kIdle);
+        }
+    }
+    std::vector<uint8_t> mBytes;
+    std::vector<uint8_t> mSink;
+    std::atomic<int> mTurn{kIdle};
+    const int mCopierCpu = sched_getcpu();
+    std::thread mReader;
+};
+
 void BM_SubmitQueued(benchmark::State& state) {
     const size_t size = static_cast<size_t>(state.range(0)) << 20;
     auto ndd = startNdd("2");
@@ -105,6 +159,7 @@ void BM_SubmitQueued(benchmark::State& state) {
     std::vector<uint8_t> warm(size, 0);
     double submitSeconds = 0;
     double memcpySeconds = 0;
+    double handedOverSeconds = 0;
     int index = 0;
     auto timeMemcpy = [&] {
         auto start = Clock::now();
@@ -131,6 +186,15 @@ void BM_SubmitQueued(benchmark::State& state) {
     state.SetBytesProcessed(static_cast<int64_t>(size) * state.iterations());
     state.counters["memcpy_us"] = memcpySeconds * 1e6 / static_cast<double>(state.iterations());
     state.counters["ratio"] = submitSeconds / memcpySeconds;
+    {
+        HandedOverBuffer handedOver(size);
+        for (int64_t i = 0; i < state.iterations(); ++i) {
+            handedOverSeconds += handedOver.copySeconds(source.data());
+        }
+    }
+    state.counters["handed_over_memcpy_us"] =
+            handedOverSeconds * 1e6 / static_cast<double>(state.iterations());
+    state.counters["ratio_handed_over"] = submitSeconds / handedOverSeconds;
     ndd->uninit();
     BenchRoot::clear(kFolder);
 }

@@ -43,18 +43,24 @@ void BufferPool::release(DumpBytes bytes) {
     mKept.push_back(std::move(bytes));
 }
 
-void BufferPool::clear() {
-    std::vector<DumpBytes> freed;
-    {
-        std::lock_guard<std::mutex> guard(mLock);
-        freed.swap(mKept);
-        mKeptBytes = 0;
+void BufferPool::trim(size_t keep) {
+    std::vector<DumpBytes> freed;  // freed once the lock is released
+    std::lock_guard<std::mutex> guard(mLock);
+    while (mKept.size() > keep) {
+        mKeptBytes -= mKept.front().capacity();
+        freed.push_back(std::move(mKept.front()));
+        mKept.erase(mKept.begin());
     }
 }
 
 size_t BufferPool::keptBytes() const {
     std::lock_guard<std::mutex> guard(mLock);
     return mKeptBytes;
+}
+
+size_t BufferPool::keptCount() const {
+    std::lock_guard<std::mutex> guard(mLock);
+    return mKept.size();
 }
 
 void BufferPool::failNextAllocations(int count) {

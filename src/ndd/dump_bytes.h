@@ -49,18 +49,21 @@ private:
 
 class BufferPool {
 public:
-    // Released buffers kept for reuse, at most this many and this many bytes in all.
+    // Released buffers kept for reuse while dumps keep coming, at most this many and this many
+    // bytes in all; trim() gives the memory back once they stop.
     static constexpr size_t kMaxBuffers = 8;
-    static constexpr size_t kMaxBytes = 64u << 20;
+    static constexpr size_t kMaxBytes = 128u << 20;
 
     // A buffer of at least `size` bytes (its size set to `size`), or an empty one when the memory
     // cannot be obtained. Prefers the smallest kept buffer that fits.
     DumpBytes acquire(size_t size);
     // Keeps `bytes` for reuse, or frees it when the pool is full.
     void release(DumpBytes bytes);
-    // Frees every kept buffer.
-    void clear();
+    // Frees every kept buffer but the `keep` released last.
+    void trim(size_t keep);
+    void clear() { trim(0); }
     size_t keptBytes() const;
+    size_t keptCount() const;
 
     // Test seam: the next `count` acquisitions fail as if memory had run out.
     void failNextAllocations(int count);

@@ -133,6 +133,7 @@ void Ndd::stream_off(std::vector<int> sensorIds) {
         std::lock_guard<std::mutex> configGuard(mConfigLock);
         mConfig.clear();
     }
+    mPool.clear();
     std::lock_guard<std::mutex> permissionGuard(mPermissionLock);
     mPermissions.sensors.clear();
     mPermissions.frames.clear();

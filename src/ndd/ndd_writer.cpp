@@ -33,6 +33,8 @@ constexpr char kThreadNameFormat[] = "NDD_THD_%d";
 // kWriterPoll; after that it sleeps until a producer wakes it.
 constexpr std::chrono::milliseconds kWriterPoll{1};
 constexpr std::chrono::milliseconds kWriterLinger{250};
+// Copies kept for reuse while no dump comes.
+constexpr size_t kIdleKeptBuffers = 2;
 constexpr char kAllocTrace[] = "NDD_transfer_alloc";
 constexpr char kCopyTrace[] = "NDD_transfer_copy";
 constexpr char kWriteTrace[] = "write";
@@ -133,6 +135,7 @@ void Ndd::consume_request(int index) {
     camtune::thread::setName(name);
     auto ready = [this] { return (!mQueue.empty() && !mWritersPaused) || !mRunning.load(); };
     bool wroteAny = false;
+    bool trimmed = true;
     Clock::time_point lastItem;
     for (;;) {
         dumpInfo info;
@@ -143,6 +146,12 @@ void Ndd::consume_request(int index) {
                 // than have each producer pay for waking a sleeping writer.
                 if (wroteAny && Clock::now() - lastItem < kWriterLinger) {
                     mQueueSignal.wait_for(lock, kWriterPoll);
+                } else if (!trimmed) {
+                    // Dumps have stopped: give back the copies kept for them.
+                    trimmed = true;
+                    lock.unlock();
+                    mPool.trim(kIdleKeptBuffers);
+                    lock.lock();
                 } else {
                     ++mSleepingWriters;
                     mQueueSignal.wait(lock);
@@ -167,6 +176,7 @@ void Ndd::consume_request(int index) {
         }
         finishQueuedItem(info);
         wroteAny = true;
+        trimmed = false;
         lastItem = Clock::now();
     }
 }

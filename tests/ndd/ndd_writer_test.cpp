@@ -271,6 +271,40 @@ TEST_F(NddWriterTest, FailuresAreLoggedCountedAndLeaveNoPartialFile) {
     }
 }
 
+TEST(BufferPoolTest, ReusesTheSmallestFittingCopyWithinItsBounds) {
+    BufferPool pool;
+    DumpBytes small = pool.acquire(100);
+    DumpBytes large = pool.acquire(1000);
+    const uint8_t* smallBytes = small.data();
+    const uint8_t* largeBytes = large.data();
+    pool.release(std::move(large));
+    pool.release(std::move(small));
+    DumpBytes fit = pool.acquire(50);
+    EXPECT_EQ(fit.data(), smallBytes);
+    EXPECT_EQ(fit.size(), 50u);
+    EXPECT_EQ(pool.acquire(500).data(), largeBytes);
+    EXPECT_EQ(pool.keptCount(), 0u);
+
+    std::vector<DumpBytes> many;
+    for (size_t i = 0; i < BufferPool::kMaxBuffers + 2; ++i) many.push_back(pool.acquire(10));
+    for (DumpBytes& bytes : many) pool.release(std::move(bytes));
+    EXPECT_EQ(pool.keptCount(), BufferPool::kMaxBuffers);
+    pool.trim(2);
+    EXPECT_EQ(pool.keptCount(), 2u);
+    EXPECT_EQ(pool.keptBytes(), 20u);
+    pool.release(pool.acquire(BufferPool::kMaxBytes));  // over the byte bound: freed
+    EXPECT_EQ(pool.keptCount(), 2u);
+}
+
+TEST_F(NddWriterTest, IdleWritersGiveBackKeptCopies) {
+    start(kUserStrConfig);
+    mNdd->setWritersPaused(true);
+    for (int i = 0; i < 6; ++i) submit(std::string(100, 'x'), std::to_string(i));
+    mNdd->setWritersPaused(false);
+    ASSERT_TRUE(waitFor([&] { return drained(); }));
+    EXPECT_TRUE(waitFor([&] { return mNdd->bufferPool().keptCount() <= 2; }));
+}
+
 TEST_F(NddWriterTest, AFailedCopyIsWrittenAtOnce) {
     start(kUserStrConfig);
     mNdd->setWritersPaused(true);
