@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "bench_support.h"
+#include "camtune/ndd.h"
 #include "camtune/platform/fs.h"
 #include "platform/property_registry.h"
 #include "recorder/scenario_recorder_impl.h"
@@ -70,7 +71,7 @@ void BM_ProducerRecord(benchmark::State& state) {
         benchRoot();
         gRecorder = new ScenarioRecorder();
         gRecorder->init();
-        gRecorder->recordNddInfo(1, 0, 0, false);
+        gRecorder->bindRequest(1, 0, 0, false);
     }
     uint64_t allocationsBefore = camtune::bench::allocationCount();
     int request = state.thread_index() * 1000000;
@@ -99,6 +100,52 @@ void BM_ProducerRecord(benchmark::State& state) {
     }
 }
 BENCHMARK(BM_ProducerRecord)->Threads(1)->Threads(2)->UseRealTime()->MinTime(0.5);
+
+// One decision or execution record submitted by NDD key, formatting included, on one thread.
+// Target: under 400 ns each and no allocation per record (allocs_per_record).
+template <bool kExecution>
+void BM_RecordByKey(benchmark::State& state) {
+    using namespace NSCam::TuningUtils;
+    benchRoot();
+    ScenarioRecorder recorder;
+    recorder.init();
+    recorder.bindRequest(1, 0, 0, false);
+    scenariorecorder::DecisionInput decision;
+    decision.sensorIdx = 0;
+    decision.moduleId = 0x801005;
+    decision.decisionType = scenariorecorder::DECISION_ISP_FLOW;
+    scenariorecorder::ExecResultInput execution;
+    execution.sensorIdx = 0;
+    execution.moduleId = 0x402001;
+    execution.result = scenariorecorder::DECISION_NORMAL_DATA_DUMP;
+    execution.stage = 46;
+    // About as long as a dump path, the longest text NDD records.
+    const std::string text(70, 't');
+    const uint64_t allocationsBefore = camtune::bench::allocationCount();
+    int request = 0;
+    int inRequest = 0;
+    for (auto _ : state) {
+        const long long key = composeNddKey(1, request, inRequest);
+        if (kExecution) {
+            recorder.submitExecutionRecord(key, execution, text.c_str());
+        } else {
+            recorder.submitDecisionRecord(key, decision, text.c_str());
+        }
+        if (++inRequest == kRecordsPerRequest) {
+            inRequest = 0;
+            request = (request + 1) & 0x7FFF;
+        }
+    }
+    state.SetItemsProcessed(state.iterations());
+    state.counters["allocs_per_record"] = benchmark::Counter(
+            static_cast<double>(camtune::bench::allocationCount() - allocationsBefore) /
+            static_cast<double>(state.iterations()));
+    recorder.waitUntilIdle(std::chrono::minutes(5));
+    recorder.unInit();
+    benchRoot().clearFolder();
+}
+BENCHMARK_TEMPLATE(BM_RecordByKey, false)->Name("BM_DecisionRecordByKey")->MinTime(0.5);
+BENCHMARK_TEMPLATE(BM_RecordByKey, true)->Name("BM_ExecutionRecordByKey")->MinTime(0.5);
 
 void BM_ProducerMemcpyBaseline(benchmark::State& state) {
     std::vector<char> area(1 << 20);
@@ -150,7 +197,7 @@ void BM_ServiceWrite(benchmark::State& state) {
     for (auto _ : state) {
         ScenarioRecorder recorder;
         recorder.setPrioritySetter([](int) { return 0; });
-        recorder.recordNddInfo(2, 0, 0, false);
+        recorder.bindRequest(2, 0, 0, false);
         for (int r = 0; r < requests; ++r) {
             for (int i = 0; i < recordsPerRequest; ++i) addRecord(recorder, 2, r);
         }

@@ -31,8 +31,9 @@ struct ReprocList {
 };
 
 ReprocList& reprocList() {
-    static ReprocList sList;
-    return sList;
+    // Never destroyed: pipeline threads may still read the list while the process exits.
+    static ReprocList* sList = new ReprocList();
+    return *sList;
 }
 
 // Register files start with a header whose byte 4 is the layout version.

@@ -45,8 +45,9 @@ const Dimension* findDimension(NSIspTuning::EDim_T dim) {
 }  // namespace
 
 MappinginfoConverter* MappinginfoConverter::createInstance() {
-    static MappinginfoConverter sInstance;
-    return &sInstance;
+    // Never destroyed: pipeline threads may still ask for names while the process exits.
+    static MappinginfoConverter* sInstance = new MappinginfoConverter();
+    return sInstance;
 }
 
 MappinginfoConverter::MappinginfoConverter() : enabled(false) {

@@ -88,8 +88,9 @@ std::string optionalName(const char* name, int value) {
 }  // namespace
 
 NddAutoGenExcel2C* NddAutoGenExcel2C::getInstance() {
-    static NddAutoGenExcel2C sInstance;
-    return &sInstance;
+    // Never destroyed: writer threads may still name files while the process exits.
+    static NddAutoGenExcel2C* sInstance = new NddAutoGenExcel2C();
+    return sInstance;
 }
 
 size_t NddAutoGenExcel2C::moduleCount() const {

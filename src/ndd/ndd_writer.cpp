@@ -238,8 +238,9 @@ void Ndd::publishQueuedSize() {
 }
 
 void Ndd::reportWritten(const NddData& data, const std::string& text) {
+    // A stopped recorder drops the record at once.
     IScenarioRecorder* recorder = IScenarioRecorder::getInstance();
-    if (recorder == nullptr || !recorder->isScenarioRecorderOn()) return;
+    if (recorder == nullptr) return;
     ExecResultInput input;
     input.sensorIdx = data.sensorId;
     input.moduleId = kRecorderModuleId;

@@ -3,12 +3,12 @@
 #include "recorder/file_writer.h"
 
 #include <fcntl.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <cstring>
 #include <ctime>
 
+#include "camtune/platform/clock.h"
 #include "camtune/platform/fs.h"
 #include "camtune/platform/log.h"
 
@@ -19,11 +19,8 @@ namespace scenariorecorder {
 namespace fs = camtune::fs;
 
 FileWriter::FileWriter(int a, int b, int c)
-    : mCursor(mBuffer),
-      mPid(static_cast<int>(::getpid())),
-      mKey(makeKey(a, b)),
-      mSeriesId{a, b, c} {
-    ::clock_gettime(CLOCK_REALTIME, &mCreationTime);
+    : mCursor(mBuffer), mPid(camtune::clock::processId()), mKey(makeKey(a, b)), mSeriesId{a, b, c} {
+    mCreationTime = camtune::clock::realtime();
 }
 
 FileWriter::~FileWriter() {
@@ -42,11 +39,8 @@ bool FileWriter::openPath(const char* path) {
 
 bool FileWriter::open(bool newSeries, const char* prefix, bool quiet) {
     if (newSeries) {
-        timespec now{};
-        ::clock_gettime(CLOCK_REALTIME, &now);
         std::tm calendar{};
-        time_t seconds = now.tv_sec;
-        if (::localtime_r(&seconds, &calendar) == nullptr) calendar = std::tm{};
+        camtune::clock::localTime(camtune::clock::realtime().tv_sec, &calendar);
         std::strftime(mTimeStamp, sizeof(mTimeStamp), kTimeStampFormat, &calendar);
         mFileIndex = 1;
         if (prefix != nullptr) {

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "camtune/platform/clock.h"
 #include "camtune/platform/log.h"
 #include "recorder/scenario_recorder_impl.h"
 
@@ -51,12 +52,13 @@ bool ScenarioRecorder::allocLogSpace(int uniqueKey, int requestNo, unsigned size
             rounded < kMinRecordSize ? kMinRecordSize : static_cast<uint32_t>(rounded);
 
     std::lock_guard<std::mutex> guard(mLock);
+    if (mStopped) return false;
     int64_t key = makeKey(uniqueKey, requestNo);
     Buffer* target = nullptr;
     auto it = mActive.find(key);
     if (it == mActive.end()) {
         BufferPtr fresh = takeEmptyBuffer();
-        ::clock_gettime(CLOCK_REALTIME, &fresh->allocTime);
+        fresh->allocTime = camtune::clock::realtime();
         fresh->key = key;
         writeNDDToHeadline(fresh.get(), uniqueKey, requestNo);
         target = fresh.get();
@@ -106,8 +108,10 @@ bool ScenarioRecorder::submitRecordText(int uniqueKey, int requestNo, const char
     if (textSize > kMaxRecordText) textSize = kMaxRecordText;
     LogHeader* header = nullptr;
     Buffer* buffer = nullptr;
-    allocLogSpace(uniqueKey, requestNo, static_cast<unsigned>(textSize + kRecordHeaderSize),
-                  &header, &buffer);
+    if (!allocLogSpace(uniqueKey, requestNo, static_cast<unsigned>(textSize + kRecordHeaderSize),
+                       &header, &buffer)) {
+        return false;  // stopped meanwhile
+    }
     char* out = header->text();
     std::memcpy(out, text, textSize - 1);
     out[textSize - 1] = '\0';

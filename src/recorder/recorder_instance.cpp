@@ -11,10 +11,10 @@ namespace scenariorecorder {
 namespace props = camtune::props;
 
 IScenarioRecorder* IScenarioRecorder::getInstance() {
-    static std::once_flag sOnce;
-    static std::unique_ptr<ScenarioRecorder> sInstance;
-    std::call_once(sOnce, [] { sInstance = std::make_unique<ScenarioRecorder>(); });
-    return sInstance.get();
+    // Never destroyed: pipeline threads may still submit records while the process exits; the
+    // library's unload stops the service thread (ScenarioRecorderInitializer).
+    static ScenarioRecorder* sInstance = new ScenarioRecorder();
+    return sInstance;
 }
 
 ScenarioRecorderInitializerImpl::ScenarioRecorderInitializerImpl() {

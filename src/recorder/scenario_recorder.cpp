@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <system_error>
 
+#include "camtune/platform/clock.h"
 #include "camtune/platform/log.h"
 #include "camtune/platform/thread.h"
 #include "platform/property_registry.h"
@@ -26,7 +27,16 @@ ScenarioRecorder::~ScenarioRecorder() {
 }
 
 void ScenarioRecorder::init() {
+    std::lock_guard<std::mutex> startStop(mStartStopLock);
     if (mServiceThread.joinable()) return;  // already running
+    {
+        std::lock_guard<std::mutex> guard(mLock);
+        mStopped = false;
+    }
+    {
+        std::lock_guard<std::mutex> guard(mWriterLock);
+        mBindingClosed = false;
+    }
     mRunning.store(true);
     try {
         mServiceThread = std::thread(&ScenarioRecorder::serviceThreadEntry, this);
@@ -45,42 +55,70 @@ bool ScenarioRecorder::isBusy(const Buffer* first) {
 }
 
 void ScenarioRecorder::unInit() {
+    std::lock_guard<std::mutex> startStop(mStartStopLock);
     CAM_LOGV("[%s] unInit", __func__);
-    if (mRunning.load()) {
-        {
-            std::lock_guard<std::mutex> guard(mLock);
-            mRunning.store(false);
-            mWakeUp.notify_all();
-        }
-        if (mServiceThread.joinable()) mServiceThread.join();
-        std::unordered_map<int64_t, BufferPtr> active;
-        {
-            std::lock_guard<std::mutex> guard(mLock);
-            active.swap(mActive);
-            mWritingList.clear();
-            mToBeFlushed.clear();
-            mProgress.notify_all();
-        }
-        // A producer may still be copying into a discarded buffer: give it a moment, and if it
-        // is still busy keep the buffer aside rather than pull the memory from under it.
-        auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(100);
-        for (auto& entry : active) {
-            while (isBusy(entry.second.get()) && std::chrono::steady_clock::now() < deadline) {
-                std::this_thread::yield();
-            }
-            if (isBusy(entry.second.get())) mRetired.push_back(std::move(entry.second));
-        }
-        mRetired.erase(std::remove_if(mRetired.begin(), mRetired.end(),
-                                      [](const BufferPtr& b) { return !isBusy(b.get()); }),
-                       mRetired.end());
-    }
+    // Producers that have not reserved yet are refused from here on.
     mInitialised.store(false, std::memory_order_release);
+    {
+        std::lock_guard<std::mutex> guard(mLock);
+        mStopped = true;
+        mRunning.store(false);
+        mWakeUp.notify_all();
+    }
+    if (mServiceThread.joinable()) mServiceThread.join();
+    // What the thread wrote is on disk once unInit returns.
+    std::shared_ptr<FileWriter> preview;
+    {
+        std::lock_guard<std::mutex> guard(mWriterLock);
+        preview = mPreviewWriter;
+    }
+    if (preview->fd() >= 0) preview->flush(true);
+    std::unordered_map<int64_t, BufferPtr> active;
+    {
+        std::lock_guard<std::mutex> guard(mLock);
+        active.swap(mActive);
+        mWritingList.clear();
+        mToBeFlushed.clear();
+        mIdleCaptures.clear();
+        mProgress.notify_all();
+    }
+    std::vector<int64_t> captures;
+    {
+        std::lock_guard<std::mutex> guard(mLifeCycleLock);
+        mLifeCycles.clear();
+        mLifeCycleCount.store(0, std::memory_order_release);
+    }
+    {
+        std::lock_guard<std::mutex> guard(mWriterLock);
+        mBindingClosed = true;
+        for (const auto& entry : mCaptureWriters) captures.push_back(entry.first);
+    }
+    dropIdleCaptureWriters(captures);
+    // A producer may still be copying into a discarded buffer: give it a moment, and if it is
+    // still busy keep the buffer aside rather than pull the memory from under it.
+    auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(100);
+    for (auto& entry : active) {
+        while (isBusy(entry.second.get()) && std::chrono::steady_clock::now() < deadline) {
+            std::this_thread::yield();
+        }
+        if (isBusy(entry.second.get())) mRetired.push_back(std::move(entry.second));
+    }
+    mRetired.erase(std::remove_if(mRetired.begin(), mRetired.end(),
+                                  [](const BufferPtr& b) { return !isBusy(b.get()); }),
+                   mRetired.end());
 }
 
 void ScenarioRecorder::recordNddInfo(int uniqueKey, int requestNo, int third, bool isCapture) {
+    // A stopped recorder opens no file: nothing would ever write or close it.
+    if (!isInitialised()) return;
+    bindRequest(uniqueKey, requestNo, third, isCapture);
+}
+
+void ScenarioRecorder::bindRequest(int uniqueKey, int requestNo, int third, bool isCapture) {
     int64_t key = makeKey(uniqueKey, requestNo);
     {
         std::lock_guard<std::mutex> guard(mWriterLock);
+        if (mBindingClosed) return;
         if (!isCapture) {
             if (mPreviewWriter->seriesId()[0] != uniqueKey) {
                 auto writer = std::make_shared<FileWriter>(uniqueKey, requestNo, third);
@@ -95,8 +133,7 @@ void ScenarioRecorder::recordNddInfo(int uniqueKey, int requestNo, int third, bo
             mCaptureWriters.emplace(key, std::move(writer));
         }
     }
-    timespec now{};
-    ::clock_gettime(CLOCK_REALTIME, &now);
+    const timespec now = camtune::clock::realtime();
     int32_t life = props::getInt(props::kRecorderFlushCapSec);
     std::lock_guard<std::mutex> guard(mLifeCycleLock);
     if (mLifeCycles.find(key) == mLifeCycles.end()) {
@@ -111,7 +148,7 @@ void ScenarioRecorder::updateWriterLifeCycle(int uniqueKey, int requestNo) {
     int64_t key = makeKey(uniqueKey, requestNo);
     std::lock_guard<std::mutex> guard(mLifeCycleLock);
     auto it = mLifeCycles.find(key);
-    if (it != mLifeCycles.end()) ::clock_gettime(CLOCK_REALTIME, &it->second->startTime);
+    if (it != mLifeCycles.end()) it->second->startTime = camtune::clock::realtime();
 }
 
 std::shared_ptr<FileWriter> ScenarioRecorder::getFileWriterFromContainer(long long key) {
@@ -144,13 +181,6 @@ bool ScenarioRecorder::waitUntilIdle(std::chrono::milliseconds timeout) {
     return mProgress.wait_for(lock, timeout,
                               [this] { return mToBeFlushed.empty() && mWritingList.empty(); });
 }
-
-// Record formats come with the dump framework's key decoding; until then nothing is stored.
-void ScenarioRecorder::submitDecisionRecord(const IMetadata*, const DecisionInput&, const char*) {}
-void ScenarioRecorder::submitDecisionRecord(long long, const DecisionInput&, const char*) {}
-void ScenarioRecorder::submitExecutionRecord(const IMetadata*, const ExecResultInput&,
-                                             const char*) {}
-void ScenarioRecorder::submitExecutionRecord(long long, const ExecResultInput&, const char*) {}
 
 }  // namespace scenariorecorder
 }  // namespace TuningUtils

@@ -21,6 +21,38 @@ namespace NSCam {
 namespace TuningUtils {
 namespace scenariorecorder {
 
+// A decision record as the recorder formats it; -1 for what is not known.
+struct DecisionParam {
+    int32_t uniqueKey = -1;
+    int32_t requestNo = -1;
+    int32_t frameNo = -1;
+    int32_t reserved = 0;
+    int32_t sensorIdx = -1;
+    DecisionType decisionType = DECISION_ATMS_MAPPING;
+    uint32_t moduleId = 0;
+};
+
+// An execution record as the recorder formats it; -1 for what is not known.
+struct ResultParam {
+    int32_t uniqueKey = -1;
+    int32_t requestNo = -1;
+    int32_t frameNo = -1;
+    int32_t reserved = 0;
+    int32_t sensorIdx = -1;
+    DecisionType result = DECISION_ATMS_MAPPING;
+    int32_t stage = -1;
+    uint32_t moduleId = 0;
+    bool appendToHeadline = false;
+
+    void fill(const ExecResultInput& input) {
+        sensorIdx = input.sensorIdx;
+        moduleId = input.moduleId;
+        result = input.result;
+        stage = input.stage;
+        appendToHeadline = input.appendToHeadline;
+    }
+};
+
 class ScenarioRecorder : public IScenarioRecorder {
 public:
     using Buffer = LogBuffer;
@@ -48,18 +80,24 @@ public:
     ScenarioRecorder(const ScenarioRecorder&) = delete;
     ScenarioRecorder& operator=(const ScenarioRecorder&) = delete;
 
-    // Starts the service thread; throws std::system_error ("thread constructor failed") when
-    // no thread can be started.
+    // Starts the service thread (nothing when it runs already); throws std::system_error
+    // ("thread constructor failed") when no thread can be started. init and unInit may be called
+    // from any thread, at the same time too.
     void init();
-    // Stops the service thread after it has written every queued request; requests still
-    // being recorded are discarded.
+    // Stops the service thread after it has written every queued request. Requests still being
+    // recorded are discarded, capture files bound to nothing written are closed (and removed
+    // when empty), and until the next init every record is dropped.
     void unInit();
     bool isInitialised() const { return mInitialised.load(std::memory_order_acquire); }
 
+    // Binds a request to a file while the recorder runs (nothing while it is stopped).
     void recordNddInfo(int uniqueKey, int requestNo, int third, bool isCapture) override;
+    // The binding itself, whatever the state: tests and benchmarks prepare requests with it
+    // before the service thread starts.
+    void bindRequest(int uniqueKey, int requestNo, int third, bool isCapture);
     bool isScenarioRecorderOn() override { return mEnabled; }
-    // Record formatting needs the dump framework's key decoding; until it is wired in these
-    // drop the record (see submitRecordText for the storage path they end in).
+    // Records are formatted and stored only while the recorder is initialised. The metadata
+    // forms find the request through the dump framework, the key forms decode an NDD key.
     void submitDecisionRecord(const IMetadata* meta, const DecisionInput& input,
                               const char* text) override;
     void submitDecisionRecord(long long nddKey, const DecisionInput& input,
@@ -68,10 +106,17 @@ public:
                                const char* text) override;
     void submitExecutionRecord(long long nddKey, const ExecResultInput& input,
                                const char* text) override;
+    void submitDecisionRecord(const DecisionParam& param, const char* text);
+    void submitExecutionRecord(const ResultParam& param, const char* text);
+    // The request of `meta`; 0, or 1 (numbers left as they were) when it cannot be found.
+    int queryNddInfo(const IMetadata* meta, int& uniqueKey, int& requestNo, int& frameNo);
+    // The sensor device index of a sensor index; 0 when the sensor list is unavailable.
+    int querySendorDevIdx(int sensorIndex);
 
     // Reserves a record of `size` bytes (header included) for request (uniqueKey, requestNo).
     // The caller copies its text to (*header)->text() and then calls finishLogSpace. A size
-    // above the data area stops the process.
+    // above the data area stops the process. False (nothing reserved) once unInit has run, until
+    // the next init.
     bool allocLogSpace(int uniqueKey, int requestNo, unsigned size, LogHeader** header,
                        Buffer** buffer);
     // Ends a producer's work on a reserved record.
@@ -102,12 +147,16 @@ private:
 
     void serviceThreadEntry();
     void setNice(int niceValue);
-    // Moves every due request from the writing list to mToBeFlushed. Main lock held.
+    // Moves every due request from the writing list to mToBeFlushed, and every capture request
+    // whose life ended with nothing recorded to mIdleCaptures. Main lock held.
     void collectDueRequests();
     // Waits, in slices, until no producer is copying into the chain. Main lock held.
     void waitForProducers(std::unique_lock<std::mutex>& lock, Buffer* first);
     void writeOut(Buffer* first, bool endOfBatch);
     void removeCaptureWriter(int64_t key);
+    // Closes and drops the capture writers of `keys` (requests whose life ended with nothing
+    // recorded), removing their files when nothing was written to them.
+    void dropIdleCaptureWriters(const std::vector<int64_t>& keys);
     // Takes a recycled buffer or makes a new one. Main lock held.
     BufferPtr takeEmptyBuffer();
     void recycle(BufferPtr buffer);
@@ -121,6 +170,12 @@ private:
     // Discarded by unInit while a producer was still copying into them; freed later.
     std::vector<BufferPtr> mRetired;
     std::deque<int64_t> mWritingList;
+    // Set by unInit, cleared by init: reservations are refused while set.
+    bool mStopped = false;
+    // Capture requests found idle by collectDueRequests, for the service thread to drop.
+    std::vector<int64_t> mIdleCaptures;
+    // Serialises init and unInit as a whole.
+    std::mutex mStartStopLock;
     std::mutex mLifeCycleLock;
     std::unordered_map<int64_t, std::unique_ptr<LifeCycleControl>> mLifeCycles;
     // Lets producers skip the life-cycle lock while no capture request is tracked.
@@ -130,10 +185,14 @@ private:
     std::condition_variable mProgress;  // signalled when the queues shrink
     std::mutex mWriterLock;
     std::unordered_map<int64_t, std::shared_ptr<FileWriter>> mCaptureWriters;
+    // Set by unInit, cleared by init: a binding that lost the race with unInit opens nothing.
+    bool mBindingClosed = false;
     std::atomic<bool> mInitialised{false};
     bool mEnabled;
     std::shared_ptr<FileWriter> mPreviewWriter;
-    std::unordered_map<int, int> mSensorIndexCache;
+    // Sensor device indices by sensor index, 0 until first asked.
+    static constexpr int kCachedSensors = 32;
+    std::atomic<int> mSensorDevCache[kCachedSensors] = {};
     std::thread mServiceThread;
     PrioritySetter mSetPriority;
     bool mPriorityFailureLogged = false;

@@ -4,6 +4,8 @@
 
 #include <cstring>
 
+#include "camtune/platform/clock.h"
+#include "camtune/platform/fs.h"
 #include "camtune/platform/log.h"
 #include "camtune/platform/thread.h"
 #include "platform/property_registry.h"
@@ -32,9 +34,21 @@ void ScenarioRecorder::setNice(int niceValue) {
 }
 
 void ScenarioRecorder::collectDueRequests() {
-    timespec now{};
-    ::clock_gettime(CLOCK_REALTIME, &now);
+    const timespec now = camtune::clock::realtime();
     std::lock_guard<std::mutex> guard(mLifeCycleLock);
+    // Capture requests bound to a file that received no record: once their life is over their
+    // writers go, or every such capture would keep a descriptor open for good.
+    for (auto it = mLifeCycles.begin(); it != mLifeCycles.end();) {
+        const LifeCycleControl& control = *it->second;
+        if (now.tv_sec - control.startTime.tv_sec > control.lifeSec &&
+            mActive.find(it->first) == mActive.end()) {
+            mIdleCaptures.push_back(it->first);
+            it = mLifeCycles.erase(it);
+        } else {
+            ++it;
+        }
+    }
+    mLifeCycleCount.store(mLifeCycles.size(), std::memory_order_release);
     for (size_t n = mWritingList.size(); n > 0; --n) {
         int64_t key = mWritingList.front();
         mWritingList.pop_front();
@@ -124,6 +138,26 @@ void ScenarioRecorder::removeCaptureWriter(int64_t key) {
              static_cast<unsigned long long>(key));
 }
 
+void ScenarioRecorder::dropIdleCaptureWriters(const std::vector<int64_t>& keys) {
+    for (int64_t key : keys) {
+        std::shared_ptr<FileWriter> writer;
+        {
+            std::lock_guard<std::mutex> guard(mWriterLock);
+            auto it = mCaptureWriters.find(key);
+            if (it == mCaptureWriters.end()) continue;
+            writer = std::move(it->second);
+            mCaptureWriters.erase(it);
+        }
+        // Only the service thread writes to capture writers, and it is not writing this one.
+        const bool empty = writer->fileBytes() == 0 && writer->bufferedBytes() == 0;
+        const std::string path = writer->filePath();
+        writer->close();
+        if (empty && !path.empty()) camtune::fs::unlink(path.c_str());
+        CAM_LOGI("[%s] Remove idle fileWriter key(%llu)%s", kServiceFunction,
+                 static_cast<unsigned long long>(key), empty ? " and its empty file" : "");
+    }
+}
+
 void ScenarioRecorder::recycle(BufferPtr buffer) {
     // Only the chain's first buffer is kept: an overlong request must not leave the pool holding
     // its extra buffers. Successors are freed one by one, not by recursive destruction.
@@ -167,9 +201,16 @@ void ScenarioRecorder::serviceThreadEntry() {
             }
             if (!mRunning.load() && mToBeFlushed.empty()) break;
             if (mToBeFlushed.empty()) {
-                if (!mWritingList.empty()) {
+                if (!mWritingList.empty() || mLifeCycleCount.load() != 0) {
                     collectDueRequests();
                     mProgress.notify_all();
+                }
+                if (!mIdleCaptures.empty()) {
+                    std::vector<int64_t> idle;
+                    idle.swap(mIdleCaptures);
+                    lock.unlock();
+                    dropIdleCaptureWriters(idle);
+                    lock.lock();
                 }
                 continue;
             }

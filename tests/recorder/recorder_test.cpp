@@ -16,88 +16,14 @@
 #include <vector>
 
 #include "camtune/platform/fs.h"
-#include "recorder/scenario_recorder_impl.h"
-#include "support/log_capture.h"
-#include "support/property_scope.h"
-#include "support/temp_root.h"
+#include "recorder_fixture.h"
 
 namespace NSCam {
 namespace TuningUtils {
 namespace scenariorecorder {
 namespace {
 
-using camtune::log::Level;
-using camtune::test::LogCapture;
-using Buffer = ScenarioRecorder::Buffer;
-using Strings = std::vector<std::string>;
-namespace fst = camtune::fs::testing;
-namespace props = camtune::props;
-using namespace std::chrono_literals;
-
-const std::string kLogFolder = "/data/vendor/camera_dump";
-const std::string kNoFile =
-        "Unable to open file. Please disable SELinux and restart camerahalserver. !!!";
-
-template <typename Condition>
-bool eventually(Condition condition) {
-    auto deadline = std::chrono::steady_clock::now() + 20s;
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > deadline) return false;
-        std::this_thread::yield();
-    }
-    return true;
-}
-
-std::string nextFile(const std::string& path) {
-    return std::regex_replace(path, std::regex("_01\\.txt$"), "_02.txt");
-}
-
-// A temporary root with the log folder made and plenty of free space, so nothing is pruned by
-// accident.
-class RecorderFixture : public ::testing::Test {
-protected:
-    void SetUp() override {
-        ASSERT_EQ(camtune::fs::makePath(kLogFolder.c_str(), 0771), 0);
-        fst::setFreeSpace(uint64_t{1} << 40);
-    }
-
-    Strings logFiles() const {
-        Strings names;
-        for (const auto& entry : std::filesystem::directory_iterator(mRoot.hostPath(kLogFolder))) {
-            if (entry.is_regular_file()) names.push_back(entry.path().filename().string());
-        }
-        std::sort(names.begin(), names.end());
-        return names;
-    }
-
-    // The one log file whose name contains `part`, as a device path.
-    std::string fileOf(const std::string& part) const {
-        std::string found;
-        for (const auto& name : logFiles()) {
-            if (name.find(part) == std::string::npos) continue;
-            EXPECT_TRUE(found.empty()) << "two files for " << part;
-            found = kLogFolder + "/" + name;
-        }
-        return found;
-    }
-
-    Strings linesOf(const std::string& part) const {
-        std::istringstream in(mRoot.readFile(fileOf(part)));
-        Strings lines;
-        for (std::string line; std::getline(in, line);) lines.push_back(line);
-        return lines;
-    }
-
-    std::unique_ptr<FileWriter> openWriter(const std::string& prefix, bool quiet = true) {
-        auto writer = std::make_unique<FileWriter>(1, 2, 3);
-        writer->setFolder(kLogFolder);
-        EXPECT_TRUE(writer->open(true, prefix.c_str(), quiet));
-        return writer;
-    }
-
-    camtune::test::TempRoot mRoot;
-    camtune::test::PropertyScope mProps;
-};
+using namespace testing_recorder;
 
 using FileWriterTest = RecorderFixture;
 
@@ -304,51 +230,6 @@ TEST_F(ReserveSpaceTest, OpeningAFilePrunesBeforeCreatingIt) {
     EXPECT_TRUE(mRoot.exists(mWriter.filePath()));
 }
 
-class RecorderTest : public RecorderFixture {
-protected:
-    void SetUp() override {
-        RecorderFixture::SetUp();
-        mProps.set(props::kRecorderFlushMs, 2);
-    }
-    void TearDown() override {
-        if (mRecorder) mRecorder->unInit();
-    }
-
-    // A recorder whose service thread is not running yet.
-    ScenarioRecorder& make(ScenarioRecorder::PrioritySetter setNice = [](int) { return 0; }) {
-        mRecorder = std::make_unique<ScenarioRecorder>();
-        mRecorder->setPrioritySetter(std::move(setNice));
-        return *mRecorder;
-    }
-
-    ScenarioRecorder& start(ScenarioRecorder::PrioritySetter setNice = [](int) { return 0; }) {
-        make(std::move(setNice)).init();
-        return *mRecorder;
-    }
-
-    LogHeader* reserve(int uniqueKey, int requestNo, unsigned size, Buffer** buffer) {
-        LogHeader* header = nullptr;
-        EXPECT_TRUE(mRecorder->allocLogSpace(uniqueKey, requestNo, size, &header, buffer));
-        return header;
-    }
-
-    // Calls `during` while an unfinished record of (uniqueKey, requestNo) keeps the service
-    // thread (started here if need be) waiting, so that records made meanwhile are written in one
-    // later batch; then finishes the record as "held".
-    template <typename During>
-    void whileHeld(int uniqueKey, int requestNo, During during) {
-        Buffer* buffer = nullptr;
-        LogHeader* header = reserve(uniqueKey, requestNo, 64, &buffer);
-        if (!mRecorder->isInitialised()) mRecorder->init();
-        ASSERT_TRUE(eventually([&] { return mRecorder->stats().toBeFlushed == 1; }));
-        during();
-        std::strcpy(header->text(), "held");
-        mRecorder->finishLogSpace(uniqueKey, requestNo, buffer);
-    }
-
-    std::unique_ptr<ScenarioRecorder> mRecorder;
-};
-
 TEST_F(RecorderTest, RecordSizesFromSmallestToLargestAndALargerOneStopsTheProcess) {
     make();
     Buffer* buffer = nullptr;
@@ -453,7 +334,7 @@ TEST_F(RecorderTest, CaptureGetsItsOwnFileOnceItsLifeIsOverWhilePreviewIsWritten
 TEST_F(RecorderTest, ChainedBuffersWriteAllHeadlinesOnTheFirstLine) {
     // Recorded before the thread starts, so the whole chain is written in one go.
     ScenarioRecorder& recorder = make();
-    recorder.recordNddInfo(1, 2, 0, false);
+    recorder.bindRequest(1, 2, 0, false);
     Strings expected{"[UKey: 1][ReqNum: 2], first, second"};
     auto add = [&](const std::string& text, const char* headline) {
         Buffer* buffer = nullptr;

@@ -1,0 +1,30 @@
+// Wall-clock time, local calendar time and the process id, as the library sees them.
+//
+// Everything that stamps or ages data by the wall clock reads it here, so a test can move time
+// on instead of sleeping.
+#pragma once
+
+#include <time.h>
+
+#include <ctime>
+
+namespace camtune {
+namespace clock {
+
+// CLOCK_REALTIME, or the test clock while one is set.
+timespec realtime();
+// The local calendar time of `seconds`; false (and `out` zeroed) when it cannot be had.
+bool localTime(time_t seconds, std::tm* out);
+int processId();
+
+namespace testing {
+
+// From now on realtime() reports `now`, moved on only by advance().
+void setRealtime(timespec now);
+void advance(int seconds);
+// Back to the system clock.
+void reset();
+
+}  // namespace testing
+}  // namespace clock
+}  // namespace camtune
