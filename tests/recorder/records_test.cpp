@@ -75,7 +75,6 @@ TEST_F(RecordsTest, LinesReadAsTheirPartsSay) {
              "profile=2"},
             {"execution without sensor or frame",
              [](ScenarioRecorder& r) {
-                 DecisionParam unused;
                  ResultParam param;
                  param.uniqueKey = 7;
                  param.requestNo = 21;
