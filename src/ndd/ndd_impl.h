@@ -88,6 +88,11 @@ public:
     void dump_info_scenario_recorder(const dumpInfo& info);
     void disabled_info_scenario_recorder(const NddData& data, eModule module);
     static long long compose_ndd_key(int uniqueKey, int requestNo, int frameNo);
+    // Names and path of an admitted item; false (logged) when the name cannot be used.
+    bool composePath(eCategory category, eModule module, NddData& data, IImageBuffer* image,
+                     std::string* name, std::string* path);
+    // Takes the on-device tuning identity of the item's frame, when a replay binds one.
+    void applyOdtPrefix(NddData& data);
 
     // Observation for tests, tools and benchmarks.
     int64_t queuedSize() const { return mQueuedSize.load(); }
@@ -117,11 +122,6 @@ private:
     // when it has none. Allocates nothing unless a format is asked for.
     bool findConfig(const NddData& data, eCategory category, eModule module, ConfigValues* values,
                     std::string* format);
-    // Names and path of an admitted item; false (logged) when the name cannot be used.
-    bool composePath(eCategory category, eModule module, NddData& data, IImageBuffer* image,
-                     std::string* name, std::string* path);
-    // Takes the on-device tuning identity of the item's frame, when a replay binds one.
-    void applyOdtPrefix(NddData& data);
     // Queues a copied item for the writers, or writes it at once when they have stopped.
     void queueOrWrite(DumpBytes copy, eCategory category, eModule module, const NddData& data,
                       const std::string& path, std::string name);

@@ -13,7 +13,7 @@ using Args = std::vector<std::string>;
 struct Command {
     const char* name;              // "props", or two words such as "lint dumpin"
     const char* summary;           // one line for the command list
-    const char* usage;             // full --help text
+    const char* usage;             // full --help text; null when run() parses --help itself
     int (*run)(const Args& args);  // arguments after the command name; returns the exit status
 };
 

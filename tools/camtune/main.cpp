@@ -81,7 +81,8 @@ int main(int argc, char** argv) {
         return 2;
     }
     Args rest(args.begin() + wordCount(found->name), args.end());
-    if (wantsHelp(rest)) {
+    // Commands without a usage text parse their own options, help included.
+    if (found->usage != nullptr && wantsHelp(rest)) {
         std::fputs(found->usage, stdout);
         return 0;
     }
