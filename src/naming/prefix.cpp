@@ -95,6 +95,10 @@ namespace internal {
 void forgetDumpRoot() {
     sDumpRootReady.store(false, std::memory_order_release);
 }
+
+void assumeDumpRoot() {
+    sDumpRootReady.store(true, std::memory_order_release);
+}
 }  // namespace internal
 
 }  // namespace naming

@@ -22,6 +22,8 @@ int rejectNullHint(char* buf, int size, const char* function);
 namespace internal {
 // Forgets that the dump root was created, so the next prefix creates it again (tests only).
 void forgetDumpRoot();
+// Composes names from now on without creating the dump root: for tools that only print names.
+void assumeDumpRoot();
 }  // namespace internal
 
 }  // namespace naming

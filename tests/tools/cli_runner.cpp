@@ -20,7 +20,8 @@ std::string slurp(const std::string& path) {
 
 }  // namespace
 
-CliRun runCli(const std::vector<std::string>& args, const std::string& cwd) {
+CliRun runCli(const std::vector<std::string>& args, const std::string& cwd,
+              const std::vector<std::string>& env) {
     char outPath[] = "/tmp/camtune-cli-out-XXXXXX";
     char errPath[] = "/tmp/camtune-cli-err-XXXXXX";
     const int outFd = ::mkstemp(outPath);
@@ -31,6 +32,7 @@ CliRun runCli(const std::vector<std::string>& args, const std::string& cwd) {
         ::dup2(outFd, STDOUT_FILENO);
         ::dup2(errFd, STDERR_FILENO);
         if (::chdir(cwd.c_str()) != 0) ::_exit(126);
+        for (const std::string& variable : env) ::putenv(const_cast<char*>(variable.c_str()));
         std::vector<char*> argv;
         argv.push_back(const_cast<char*>(CAMTUNE_CLI));
         for (const std::string& arg : args) argv.push_back(const_cast<char*>(arg.c_str()));

@@ -13,8 +13,10 @@ struct CliRun {
     std::string err;
 };
 
-// Runs `camtune` with `args` (each passed as one argument) in the working folder `cwd`.
-CliRun runCli(const std::vector<std::string>& args, const std::string& cwd = ".");
+// Runs `camtune` with `args` (each passed as one argument) in the working folder `cwd`, with
+// the environment variables `env` ("NAME=value") added.
+CliRun runCli(const std::vector<std::string>& args, const std::string& cwd = ".",
+              const std::vector<std::string>& env = {});
 
 }  // namespace test
 }  // namespace camtune

@@ -4,6 +4,7 @@
 
 #include "command.h"
 #include "naming/name_catalog.h"
+#include "naming/prefix.h"
 #include "platform/property_registry.h"
 
 namespace camtune {
@@ -24,6 +25,8 @@ int runName(const Args& args) {
         for (const std::string& kind : naming::nameKindList()) std::printf("%s\n", kind.c_str());
         return 0;
     }
+    // Printing a name touches no disk: the dump root is not made here.
+    naming::internal::assumeDumpRoot();
     char name[kNameBufferSize];
     const char* userString = request.hasUserString ? request.userString.c_str() : nullptr;
     if (!naming::composeName(request.kind, request.hint, request.port, userString, name,
@@ -45,8 +48,7 @@ const std::string& usage() {
             "kind such as tuning; --list shows them all). Unset numbers keep the hint's\n"
             "defaults. The exposure value appears only while " +
             std::string(props::kNormalAeb.name) +
-            "\nis non-zero. The first name creates the dump folder (under CAMTUNE_ROOT on a\n"
-            "host).\n"
+            "\nis non-zero. Nothing is written to disk.\n"
             "\n"
             "options:\n" +
             naming::nameOptionHelp();
