@@ -128,7 +128,8 @@ TEST_F(LintTest, LintFilePrintsFindingsAndSetsTheStatus) {
     EXPECT_EQ(mRoot.readFile("/out"),
               bad + ":2: unknown keyword \"bogus\"; the line is never used\n" + good +
                       ":1: ignored: outside a frame block\n");
-    EXPECT_EQ(mRoot.readFile("/err"), "camtune: cannot read " + none + "\n");
+    EXPECT_EQ(mRoot.readFile("/err"),
+              "camtune: cannot read " + none + ": No such file or directory\n");
 }
 
 }  // namespace
