@@ -49,6 +49,16 @@ int32_t parsePropertyInt32(const char* text, int32_t defaultValue) {
 PropertyLine parsePropertyLine(const std::string& line, std::string* key, std::string* value) {
     std::string text = trim(line);
     if (text.empty() || text[0] == '#') return PropertyLine::Blank;
+    if (text[0] == '[') {
+        // getprop's "[key]: [value]"
+        const size_t keyEnd = text.find("]: [");
+        if (keyEnd == std::string::npos || text.back() != ']' || keyEnd < 2) {
+            return PropertyLine::Malformed;
+        }
+        *key = text.substr(1, keyEnd - 1);
+        *value = text.substr(keyEnd + 4, text.size() - keyEnd - 5);
+        return PropertyLine::Entry;
+    }
     size_t equals = text.find('=');
     if (equals == std::string::npos || equals == 0) return PropertyLine::Malformed;
     *key = trim(text.substr(0, equals));

@@ -13,7 +13,8 @@ int32_t parsePropertyInt32(const char* text, int32_t defaultValue);
 
 enum class PropertyLine { Blank, Entry, Malformed };
 
-// One line of a property seed file: "key=value", blank, or a "#" comment.
+// One line of a property seed file: "key=value", "[key]: [value]" (what `adb shell getprop`
+// prints), blank, or a "#" comment.
 PropertyLine parsePropertyLine(const std::string& line, std::string* key, std::string* value);
 
 }  // namespace camtune

@@ -106,12 +106,15 @@ TEST(PropertyStore, SeedFileSetsEntriesAndSkipsCommentsAndMalformedLines) {
     scope.set("camtune.seed.a", "");
     scope.set("camtune.seed.b", "");
     scope.set("camtune.seed.c", "untouched");
+    scope.set("camtune.seed.d", "");
+    scope.set("camtune.seed.e", "");
     std::string path = root.path() + "/seed.props";
     std::FILE* f = std::fopen(path.c_str(), "w");
     ASSERT_NE(f, nullptr);
     std::fputs(
             "# a comment\n\ncamtune.seed.a=1\n  camtune.seed.b =  two words  \n"
-            "no separator here\n=value without key\n#camtune.seed.c=commented\n",
+            "no separator here\n=value without key\n#camtune.seed.c=commented\n"
+            "[camtune.seed.d]: [from getprop]\n[camtune.seed.e]: []\n[camtune.seed.c] [x]\n",
             f);
     std::fclose(f);
 
@@ -119,7 +122,10 @@ TEST(PropertyStore, SeedFileSetsEntriesAndSkipsCommentsAndMalformedLines) {
     EXPECT_EQ(get("camtune.seed.a"), "1");
     EXPECT_EQ(get("camtune.seed.b"), "two words");
     EXPECT_EQ(get("camtune.seed.c"), "untouched");
+    EXPECT_EQ(get("camtune.seed.d"), "from getprop");
+    EXPECT_EQ(get("camtune.seed.e"), "");
     EXPECT_FALSE(host::loadPropertyFile((root.path() + "/missing.props").c_str()));
+    EXPECT_FALSE(host::loadPropertyFile(root.path().c_str()));  // a directory
 }
 
 // Readers racing a writer must see one whole value or the other, never a mix.

@@ -1,9 +1,17 @@
-// camtune props: every property the library reads, with its current value.
+// camtune props: every property the library reads, with its current value; what is wrong in the
+// CAMTUNE_PROPS file; the adb lines that set the same values on a device.
+#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <nlohmann/json.hpp>
 #include <string>
+#include <vector>
 
 #include "camtune/platform/properties.h"
+#include "cli_parse.h"
 #include "command.h"
+#include "platform/property_parse.h"
 #include "platform/property_registry.h"
 
 namespace camtune {
@@ -20,66 +28,148 @@ std::string currentValue(const props::Property& property) {
     return value;
 }
 
-std::string jsonString(const std::string& text) {
-    std::string out = "\"";
-    for (char c : text) {
-        switch (c) {
-            case '"':
-                out += "\\\"";
-                break;
-            case '\\':
-                out += "\\\\";
-                break;
-            case '\n':
-                out += "\\n";
-                break;
-            case '\t':
-                out += "\\t";
-                break;
-            default:
-                if (static_cast<unsigned char>(c) < 0x20) {
-                    char escaped[8];
-                    std::snprintf(escaped, sizeof(escaped), "\\u%04x", c);
-                    out += escaped;
-                } else {
-                    out += c;
-                }
+// True when an Int property's text has no number at its start, so the library reads the
+// default instead.
+bool readsAsDefault(const props::Property& property, const std::string& value) {
+    if (property.type != props::Type::Int || value.empty()) return false;
+    constexpr int32_t kProbeA = 1, kProbeB = 2;
+    return parsePropertyInt32(value.c_str(), kProbeA) == kProbeA &&
+           parsePropertyInt32(value.c_str(), kProbeB) == kProbeB;
+}
+
+// What an Int property's text reads as, when that is not the text itself.
+std::string readsAs(const props::Property& property, const std::string& value) {
+    if (property.type != props::Type::Int || value.empty()) return "";
+    const int32_t number = props::getInt(property);
+    if (std::to_string(number) == value) return "";
+    return std::to_string(number);
+}
+
+size_t editDistance(const std::string& a, const std::string& b) {
+    std::vector<size_t> row(b.size() + 1);
+    for (size_t j = 0; j <= b.size(); ++j) row[j] = j;
+    for (size_t i = 1; i <= a.size(); ++i) {
+        size_t diagonal = row[0];
+        row[0] = i;
+        for (size_t j = 1; j <= b.size(); ++j) {
+            const size_t up = row[j];
+            row[j] = std::min({row[j] + 1, row[j - 1] + 1, diagonal + (a[i - 1] != b[j - 1])});
+            diagonal = up;
         }
     }
-    return out + "\"";
+    return row[b.size()];
+}
+
+const char* nearestName(const std::string& key) {
+    size_t count = 0;
+    const props::Property* const* all = props::all(&count);
+    const char* best = nullptr;
+    size_t bestDistance = 0;
+    for (size_t i = 0; i < count; ++i) {
+        const size_t distance = editDistance(key, all[i]->name);
+        if (best == nullptr || distance < bestDistance) {
+            best = all[i]->name;
+            bestDistance = distance;
+        }
+    }
+    return bestDistance <= key.size() / 3 ? best : nullptr;
+}
+
+// Warnings about the seed file: keys the library never reads, integers it cannot read.
+std::vector<std::string> seedWarnings() {
+    std::vector<std::string> warnings;
+    const char* seed = std::getenv("CAMTUNE_PROPS");
+    if (seed == nullptr) return warnings;
+    std::ifstream in(seed);
+    std::string line;
+    for (int lineNo = 1; std::getline(in, line); ++lineNo) {
+        std::string key, value;
+        if (parsePropertyLine(line, &key, &value) != PropertyLine::Entry) continue;
+        const std::string where = std::string(seed) + ":" + std::to_string(lineNo) + ": ";
+        const props::Property* property = props::find(key.c_str());
+        if (property == nullptr) {
+            const char* near = nearestName(key);
+            warnings.push_back(
+                    where + key + " is not a property camtune reads" +
+                    (near != nullptr ? std::string("; did you mean ") + near + "?" : ""));
+        } else if (readsAsDefault(*property, value)) {
+            warnings.push_back(where + key + "=" + value +
+                               " is not a number; it reads as the default " +
+                               property->defaultValue);
+        }
+    }
+    return warnings;
+}
+
+// One shell word: single-quoted unless it needs nothing.
+std::string shellWord(const std::string& text) {
+    if (!text.empty() &&
+        text.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
+                               "0123456789._/-:,") == std::string::npos) {
+        return text;
+    }
+    std::string out = "'";
+    for (char c : text) {
+        if (c == '\'') {
+            out += "'\\''";
+        } else {
+            out += c;
+        }
+    }
+    return out + "'";
 }
 
 int runProps(const Args& args) {
     bool json = false;
-    for (const std::string& arg : args) {
-        if (arg == "--json") {
-            json = true;
-        } else {
-            std::fprintf(stderr, "camtune props: unknown option '%s'\n", arg.c_str());
-            return 2;
-        }
+    bool setprop = false;
+    CLI::App app(
+            "Lists every system property the library reads or writes: name, type, default, "
+            "current value and meaning. On a host, values come from the file named by "
+            "CAMTUNE_PROPS (key=value lines, or what `adb shell getprop` prints); keys the "
+            "library does not read and integers it cannot read are reported on stderr.",
+            "props");
+    app.add_flag("--json", json, "print a JSON array instead of a table");
+    app.add_flag("--setprop", setprop,
+                 "print the `adb shell setprop` lines that set the current values on a device");
+    const int parsed = parseArgs(app, args);
+    if (parsed >= 0) return parsed;
+
+    for (const std::string& warning : seedWarnings()) {
+        std::fprintf(stderr, "camtune props: %s\n", warning.c_str());
     }
     size_t count = 0;
     const props::Property* const* all = props::all(&count);
+    if (setprop) {
+        for (size_t i = 0; i < count; ++i) {
+            const std::string value = currentValue(*all[i]);
+            if (value.empty()) continue;
+            std::printf("adb shell setprop %s %s\n", all[i]->name,
+                        shellWord(shellWord(value)).c_str());
+        }
+        return 0;
+    }
     if (json) {
-        std::printf("[\n");
+        nlohmann::json out = nlohmann::json::array();
         for (size_t i = 0; i < count; ++i) {
             const props::Property& p = *all[i];
-            std::printf(
-                    "  {\"name\": %s, \"type\": \"%s\", \"default\": %s, \"value\": %s, "
-                    "\"set\": %s, \"meaning\": %s}%s\n",
-                    jsonString(p.name).c_str(), typeName(p.type),
-                    jsonString(p.defaultValue).c_str(), jsonString(currentValue(p)).c_str(),
-                    currentValue(p).empty() ? "false" : "true", jsonString(p.meaning).c_str(),
-                    i + 1 < count ? "," : "");
+            const std::string value = currentValue(p);
+            nlohmann::json entry = {
+                    {"name", p.name}, {"type", typeName(p.type)}, {"default", p.defaultValue},
+                    {"value", value}, {"set", !value.empty()},    {"meaning", p.meaning}};
+            if (p.type == props::Type::Int) entry["reads_as"] = props::getInt(p);
+            out.push_back(entry);
         }
-        std::printf("]\n");
+        // Values are the user's bytes: anything that is not UTF-8 is replaced, not passed on.
+        std::printf("%s\n",
+                    out.dump(2, ' ', false, nlohmann::json::error_handler_t::replace).c_str());
         return 0;
     }
     std::printf("%-52s %-6s %-26s %-26s %s\n", "NAME", "TYPE", "DEFAULT", "VALUE", "MEANING");
     for (size_t i = 0; i < count; ++i) {
         const props::Property& p = *all[i];
         std::string value = currentValue(p);
+        const std::string number = readsAs(p, value);
+        if (!number.empty()) value += " (reads as " + number + ")";
         std::printf("%-52s %-6s %-26s %-26s %s\n", p.name, typeName(p.type),
                     p.defaultValue[0] != '\0' ? p.defaultValue : "\"\"",
                     value.empty() ? "(unset)" : value.c_str(), p.meaning);
@@ -87,14 +177,7 @@ int runProps(const Args& args) {
     return 0;
 }
 
-CAMTUNE_COMMAND("props", "list every property camtune reads, with its current value",
-                "usage: camtune props [--json]\n"
-                "\n"
-                "Lists every system property the library reads or writes: name, type, default,\n"
-                "current value and meaning. On a host, values come from the file named by\n"
-                "CAMTUNE_PROPS (key=value lines).\n"
-                "\n"
-                "  --json   print a JSON array instead of a table\n",
+CAMTUNE_COMMAND("props", "list every property camtune reads, with its current value", nullptr,
                 runProps);
 
 }  // namespace

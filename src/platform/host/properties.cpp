@@ -212,6 +212,12 @@ bool loadPropertyFile(const char* path) {
                 break;
         }
     }
+    if (in.bad()) {
+        // A directory opens, and fails at its first read.
+        std::fprintf(stderr, "W/camtune: cannot read property file %s: %s\n", path,
+                     std::strerror(errno));
+        return false;
+    }
     return true;
 }
 
