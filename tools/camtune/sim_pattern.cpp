@@ -32,60 +32,69 @@ void put10(uint8_t* row, int index, uint16_t value) {
     if (shift > 6) at[2] = static_cast<uint8_t>(bits >> 16);
 }
 
-void fillYuv420(NSCam::IImageBuffer& image, uint32_t frame, bool vFirst) {
-    const NSCam::MSize size = image.getImgSize();
-    uint8_t* y = image.getBufVA(0);
-    const size_t yStride = image.getBufStridesInBytes(0);
-    for (int row = 0; row < size.h; ++row) {
-        for (int x = 0; x < size.w; ++x) y[row * yStride + x] = lumaAt(x, row, size.w, frame);
-    }
-    uint8_t* uv = image.getBufVA(1);
-    const size_t uvStride = image.getBufStridesInBytes(1);
-    for (int row = 0; row < (size.h + 1) / 2; ++row) {
-        for (int x = 0; x < (size.w + 1) / 2; ++x) {
-            const int bar = barAt(x * 2, size.w);
-            uint8_t* pair = uv + row * uvStride + x * 2;
-            pair[0] = vFirst ? kBarCr[bar] : kBarCb[bar];
-            pair[1] = vFirst ? kBarCb[bar] : kBarCr[bar];
+// Rows at and below kStampRows are the same bar row: each is built once and copied, so a frame
+// costs little more than a copy of its bytes. `makeRow(row, line)` writes row `row` into `line`.
+template <typename MakeRow>
+void fillRows(uint8_t* plane, size_t stride, int rows, int stampRows, MakeRow makeRow) {
+    for (int row = 0; row < rows; ++row) {
+        uint8_t* line = plane + row * stride;
+        if (row <= stampRows || row == 0) {
+            makeRow(row, line);
+        } else {
+            std::memcpy(line, plane + stampRows * stride, stride);
         }
     }
+}
+
+void fillYuv420(NSCam::IImageBuffer& image, uint32_t frame, bool vFirst) {
+    const NSCam::MSize size = image.getImgSize();
+    fillRows(image.getBufVA(0), image.getBufStridesInBytes(0), size.h, kStampRows,
+             [&](int row, uint8_t* line) {
+                 for (int x = 0; x < size.w; ++x) line[x] = lumaAt(x, row, size.w, frame);
+             });
+    // Chroma carries no stamp: one row, copied down.
+    fillRows(image.getBufVA(1), image.getBufStridesInBytes(1), (size.h + 1) / 2, 0,
+             [&](int, uint8_t* line) {
+                 for (int x = 0; x < (size.w + 1) / 2; ++x) {
+                     const int bar = barAt(x * 2, size.w);
+                     line[x * 2] = vFirst ? kBarCr[bar] : kBarCb[bar];
+                     line[x * 2 + 1] = vFirst ? kBarCb[bar] : kBarCr[bar];
+                 }
+             });
 }
 
 void fillYuy2(NSCam::IImageBuffer& image, uint32_t frame) {
     const NSCam::MSize size = image.getImgSize();
-    uint8_t* plane = image.getBufVA(0);
-    const size_t stride = image.getBufStridesInBytes(0);
-    for (int row = 0; row < size.h; ++row) {
-        uint8_t* line = plane + row * stride;
-        for (int x = 0; x < size.w; ++x) {
-            line[x * 2] = lumaAt(x, row, size.w, frame);
-            const int bar = barAt(x & ~1, size.w);
-            line[x * 2 + 1] = (x & 1) == 0 ? kBarCb[bar] : kBarCr[bar];
-        }
-    }
+    fillRows(image.getBufVA(0), image.getBufStridesInBytes(0), size.h, kStampRows,
+             [&](int row, uint8_t* line) {
+                 for (int x = 0; x < size.w; ++x) {
+                     line[x * 2] = lumaAt(x, row, size.w, frame);
+                     const int bar = barAt(x & ~1, size.w);
+                     line[x * 2 + 1] = (x & 1) == 0 ? kBarCb[bar] : kBarCr[bar];
+                 }
+             });
 }
 
 void fillRaw16(NSCam::IImageBuffer& image, uint32_t frame) {
     const NSCam::MSize size = image.getImgSize();
-    uint8_t* plane = image.getBufVA(0);
-    const size_t stride = image.getBufStridesInBytes(0);
-    for (int row = 0; row < size.h; ++row) {
-        for (int x = 0; x < size.w; ++x) {
-            const uint16_t sample = static_cast<uint16_t>(lumaAt(x, row, size.w, frame) << 8);
-            plane[row * stride + x * 2] = static_cast<uint8_t>(sample & 0xFF);
-            plane[row * stride + x * 2 + 1] = static_cast<uint8_t>(sample >> 8);
-        }
-    }
+    fillRows(image.getBufVA(0), image.getBufStridesInBytes(0), size.h, kStampRows,
+             [&](int row, uint8_t* line) {
+                 for (int x = 0; x < size.w; ++x) {
+                     const uint16_t sample =
+                             static_cast<uint16_t>(lumaAt(x, row, size.w, frame) << 8);
+                     line[x * 2] = static_cast<uint8_t>(sample & 0xFF);
+                     line[x * 2 + 1] = static_cast<uint8_t>(sample >> 8);
+                 }
+             });
 }
 
 void fillPacked10(uint8_t* plane, size_t stride, int width, int height, uint32_t frame) {
-    for (int row = 0; row < height; ++row) {
-        uint8_t* line = plane + row * stride;
+    fillRows(plane, stride, height, kStampRows, [&](int row, uint8_t* line) {
         std::memset(line, 0, stride);
         for (int x = 0; x < width; ++x) {
             put10(line, x, static_cast<uint16_t>(lumaAt(x, row, width, frame) << 2));
         }
-    }
+    });
 }
 
 }  // namespace
