@@ -148,6 +148,10 @@ private:
                 removeRedundancy(value);
                 if (!hasLeadingInt(value)) {
                     report(lint::format(lint::kValueNotNumber, word, value.c_str()));
+                } else if (std::to_string(leadingInt(value)) != value) {
+                    // Trailing text, a sign, leading blanks or an overflow: read otherwise.
+                    report(lint::format(lint::kValueMisread, word, value.c_str(),
+                                        leadingInt(value)));
                 }
             }
         }

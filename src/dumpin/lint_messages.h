@@ -18,6 +18,7 @@ inline constexpr char kNoSuchFile[] = "file \"%s\" does not exist";
 inline constexpr char kBadFrameNo[] = "frame number \"%s\" is not a number";
 inline constexpr char kValueNoSemicolon[] = "\"%s\" line without ';'; its value reads as 0";
 inline constexpr char kValueNotNumber[] = "\"%s\" value \"%s\" is not a number; it reads as 0";
+inline constexpr char kValueMisread[] = "\"%s\" value \"%s\" reads as %d";
 inline constexpr char kValueShadowed[] = "second \"%s\" line; line %d is used";
 inline constexpr char kEntryHasValueWord[] =
         "entry contains \"%s\" and is also read as that value line";
@@ -37,6 +38,9 @@ inline constexpr char kNr3dNaN[] = "nr3d value \"%s\" is not a number; initRepro
 inline constexpr char kStrideNaN[] = "raw_stride \"%s\" is not a number; the stride reads as 0";
 inline constexpr char kDuplicateFormat[] = "second \"%s\" in this frame; the first is kept";
 inline constexpr char kEmptyUniqueKey[] = "empty uniqueKey value";
+inline constexpr char kUniqueKeyNaN[] =
+        "uniqueKey \"%s\" is not a number; names made from it carry it as it stands";
+inline constexpr char kStrideMisread[] = "raw_stride \"%s\" reads as %d";
 
 // Field names for kMissingComma.
 inline constexpr char kFormatField[] = "format";

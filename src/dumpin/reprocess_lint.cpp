@@ -124,10 +124,18 @@ private:
         std::string value;
         splitValueLine(line, format, value);
         if (contains(format, kUniqueKeyWord)) {
-            if (value.empty()) report(lint::kEmptyUniqueKey);
+            if (value.empty()) {
+                report(lint::kEmptyUniqueKey);
+            } else if (!hasLeadingInt(value) || std::to_string(leadingInt(value)) != value) {
+                report(lint::format(lint::kUniqueKeyNaN, value.c_str()));
+            }
             return true;
         }
-        if (!hasLeadingInt(value)) report(lint::format(lint::kStrideNaN, value.c_str()));
+        if (!hasLeadingInt(value)) {
+            report(lint::format(lint::kStrideNaN, value.c_str()));
+        } else if (std::to_string(leadingInt(value)) != value) {
+            report(lint::format(lint::kStrideMisread, value.c_str(), leadingInt(value)));
+        }
         return true;
     }
 

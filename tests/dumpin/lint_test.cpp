@@ -38,6 +38,9 @@ TEST_F(LintTest, DumpinListFindings) {
              "frameNo,0001,P;37\nuniqueKey;42\nrequestNo;7\nraw_stride;4000\n"
              "lpcnr,0001,P;/data/t/a.bin\nface_info,12345,P;/data/t/a.bin\n",
              ""},
+            {"uniqueKey;12abc\nrequestNo;7\nraw_stride;99999999999999999999\n",
+             "1: \"uniqueKey\" value \"12abc\" reads as 12\n"
+             "3: \"raw_stride\" value \"99999999999999999999\" reads as 2147483647\n"},
             {"lcs,0001,P;/data/t/a.bin\n# a note\nlsc,0001;/data/t/a.bin\nlsc,0001,P/data/t/a.bin\n"
              "lsc,12,P;/data/t/a.bin\nraw,01234,P;/data/t/a.bin\n"
              "frameNo,0001,P;abc\npacked_word,0001,warp;/data/t/a.bin\n",
@@ -85,6 +88,10 @@ TEST_F(LintTest, ReprocessConfigFindings) {
              "frameNo,0007,EIspProfile_Capture;37\n"
              "<END_OF_FRAME>\n}\n",
              ""},
+            {"uniqueKey,abc\nraw_stride,+4000\n",
+             "1: uniqueKey \"abc\" is not a number; names made "
+             "from it carry it as it stands\n"
+             "2: raw_stride \"+4000\" reads as 4000\n"},
             {"{\nraw,0001,P;/data/t/a.bin\n}\n{\nlsc,0002,P;/data/t/b.bin\n<END_OF_FRAME>\n}\n",
              "3: frame block ends without <END_OF_FRAME>; its entries join the next frame\n"},
             {"{\nraw,0001,P;/data/t/a.bin\nlsc,0001,P;/data/t/b.bin\n",
