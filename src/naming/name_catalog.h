@@ -21,6 +21,7 @@ bool composeName(const std::string& kind, const NSCam::TuningUtils::FILE_DUMP_NA
 // A name asked for on a command line: `KIND [--option value]...` or `--list`.
 struct NameRequest {
     bool list = false;
+    bool listFormats = false;
     std::string kind;
     NSCam::TuningUtils::FILE_DUMP_NAMING_HINT hint;
     int port = -2;  // no port element

@@ -1,10 +1,12 @@
 // Command-line options that fill a naming hint.
+#include <cctype>
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
+#include "camtune/platform/image_format.h"
 #include "naming/name_catalog.h"
 
 namespace camtune {
@@ -13,7 +15,7 @@ namespace {
 
 using NSCam::TuningUtils::FILE_DUMP_NAMING_HINT;
 
-enum class Target { HintNumber, HintText, Port, UserString };
+enum class Target { HintNumber, HintText, Port, UserString, Format, IspProfile };
 
 struct NameOption {
     const char* name;
@@ -34,8 +36,8 @@ constexpr NameOption kOptions[] = {
         {"--sensor-dev", Target::HintNumber, &FILE_DUMP_NAMING_HINT::SensorDev, nullptr, 10,
          "sensor device bit (1 main, 2 sub, 4 main2, ...)"},
         {"--port", Target::Port, nullptr, nullptr, 10, "raw or YUV port (-2: none)"},
-        {"--format", Target::HintNumber, &FILE_DUMP_NAMING_HINT::ImgFormat, nullptr, 0,
-         "image-format code, e.g. 0x2201"},
+        {"--format", Target::Format, &FILE_DUMP_NAMING_HINT::ImgFormat, nullptr, 0,
+         "image format: a name (bayer10, nv21, ...; see --list-formats) or its code (0x2201)"},
         {"--width", Target::HintNumber, &FILE_DUMP_NAMING_HINT::ImgWidth, nullptr, 10,
          "image width"},
         {"--height", Target::HintNumber, &FILE_DUMP_NAMING_HINT::ImgHeight, nullptr, 10,
@@ -48,9 +50,11 @@ constexpr NameOption kOptions[] = {
          "plane-0 stride in bytes"},
         {"--order", Target::HintNumber, &FILE_DUMP_NAMING_HINT::SensorFormatOrder, nullptr, 10,
          "colour-filter order (0 to 3)"},
-        {"--isp-profile", Target::HintNumber, &FILE_DUMP_NAMING_HINT::IspProfile, nullptr, 10,
-         "ISP profile"},
-        {"--user", Target::UserString, nullptr, nullptr, 0, "caller's free text"},
+        {"--isp-profile", Target::IspProfile, &FILE_DUMP_NAMING_HINT::IspProfile, nullptr, 10,
+         "ISP profile: EIspProfile_Preview, EIspProfile_Video, EIspProfile_Capture (the dump-in "
+         "list's names, prefix optional) or a number"},
+        {"--user", Target::UserString, nullptr, nullptr, 0,
+         "caller's free text (no blanks or , ; / : the dump-in list could not read it back)"},
         {"--hint-user", Target::HintText, nullptr, &FILE_DUMP_NAMING_HINT::UserString, 0,
          "the hint's free text"},
         {"--exp", Target::HintText, nullptr, &FILE_DUMP_NAMING_HINT::ExpString, 0,
@@ -59,6 +63,26 @@ constexpr NameOption kOptions[] = {
          "exposure value, used while bracketing is on"},
 };
 constexpr const char kListOption[] = "--list";
+constexpr const char kListFormatsOption[] = "--list-formats";
+
+// ISP profiles by the names the dump-in list spells them with.
+constexpr const char* kIspProfileNames[] = {"EIspProfile_Preview", "EIspProfile_Video",
+                                            "EIspProfile_Capture"};
+constexpr const char kIspProfilePrefix[] = "EIspProfile_";
+// Characters a user text may not hold: blanks end a dump-in list field, the others separate
+// fields or folders.
+constexpr const char kUserTextForbidden[] = " \t\r\n,;/";
+
+bool sameIgnoringCase(const std::string& a, const char* b) {
+    if (a.size() != std::strlen(b)) return false;
+    for (size_t i = 0; i < a.size(); ++i) {
+        if (std::tolower(static_cast<unsigned char>(a[i])) !=
+            std::tolower(static_cast<unsigned char>(b[i]))) {
+            return false;
+        }
+    }
+    return true;
+}
 
 const NameOption* findOption(const std::string& name) {
     for (const NameOption& option : kOptions) {
@@ -106,9 +130,55 @@ bool apply(const NameOption& option, const std::string& value, NameRequest* requ
             return true;
         }
         case Target::UserString:
+            if (value.find_first_of(kUserTextForbidden) != std::string::npos) {
+                *error = "--user '" + value +
+                         "' holds a blank, ',', ';' or '/': a name made with it cannot be read "
+                         "back from a dump-in list";
+                return false;
+            }
             request->hasUserString = true;
             request->userString = value;
             return true;
+        case Target::Format: {
+            size_t count = 0;
+            const NSCam::ImageFormatInfo* table = NSCam::imageFormatTable(&count);
+            for (size_t i = 0; i < count; ++i) {
+                if (sameIgnoringCase(value, table[i].name)) {
+                    request->hint.*option.number = table[i].code;
+                    return true;
+                }
+            }
+            int32_t code = 0;
+            if (parseNumber(value, 0, &code) && NSCam::findImageFormat(code) != nullptr) {
+                request->hint.*option.number = code;
+                return true;
+            }
+            int32_t asHex = 0;
+            const bool hexKnown =
+                    parseNumber(value, 16, &asHex) && NSCam::findImageFormat(asHex) != nullptr;
+            *error = "unknown image format '" + value + "'" +
+                     (hexKnown ? "; did you mean 0x" + value + "?" : "") +
+                     " (camtune name --list-formats lists them)";
+            return false;
+        }
+        case Target::IspProfile: {
+            for (size_t i = 0; i < sizeof(kIspProfileNames) / sizeof(kIspProfileNames[0]); ++i) {
+                const char* name = kIspProfileNames[i];
+                if (value == name || value == name + sizeof(kIspProfilePrefix) - 1) {
+                    request->hint.*option.number = static_cast<int32_t>(i);
+                    return true;
+                }
+            }
+            int32_t number = 0;
+            if (!parseNumber(value, 10, &number)) {
+                *error = "unknown ISP profile '" + value +
+                         "' (EIspProfile_Preview, EIspProfile_Video, EIspProfile_Capture or a "
+                         "number)";
+                return false;
+            }
+            request->hint.*option.number = number;
+            return true;
+        }
     }
     return false;
 }
@@ -121,6 +191,10 @@ bool parseNameRequest(const std::vector<std::string>& args, NameRequest* request
         const std::string& arg = args[i];
         if (arg == kListOption) {
             request->list = true;
+            continue;
+        }
+        if (arg == kListFormatsOption) {
+            request->listFormats = true;
             continue;
         }
         if (arg.rfind("--", 0) != 0) {
@@ -142,7 +216,7 @@ bool parseNameRequest(const std::vector<std::string>& args, NameRequest* request
         }
         if (!apply(*option, args[++i], request, error)) return false;
     }
-    if (!request->list && request->kind.empty()) {
+    if (!request->list && !request->listFormats && request->kind.empty()) {
         *error = "no kind given (see --list)";
         return false;
     }

@@ -1,7 +1,9 @@
 // camtune name: the dump-file name the library composes for a hint given as options.
 #include <cstdio>
+#include <cstring>
 #include <string>
 
+#include "camtune/platform/image_format.h"
 #include "command.h"
 #include "naming/name_catalog.h"
 #include "naming/prefix.h"
@@ -25,6 +27,14 @@ int runName(const Args& args) {
         for (const std::string& kind : naming::nameKindList()) std::printf("%s\n", kind.c_str());
         return 0;
     }
+    if (request.listFormats) {
+        size_t count = 0;
+        const NSCam::ImageFormatInfo* table = NSCam::imageFormatTable(&count);
+        for (size_t i = 0; i < count; ++i) {
+            std::printf("%-14s 0x%04x\n", table[i].name, static_cast<unsigned>(table[i].code));
+        }
+        return 0;
+    }
     // Printing a name touches no disk: the dump root is not made here.
     naming::internal::assumeDumpRoot();
     char name[kNameBufferSize];
@@ -35,6 +45,14 @@ int runName(const Args& args) {
                      request.kind.c_str());
         return 2;
     }
+    // A text too long for the name's buffer is left out of it: say so rather than print a
+    // name without it.
+    if (userString != nullptr && std::strstr(name, userString) == nullptr) {
+        std::fprintf(stderr,
+                     "camtune name: --user text of %zu characters does not fit in the name\n",
+                     request.userString.size());
+        return 2;
+    }
     std::printf("%s\n", name);
     return 0;
 }
@@ -43,6 +61,7 @@ const std::string& usage() {
     static const std::string text =
             "usage: camtune name KIND [options]\n"
             "       camtune name --list\n"
+            "       camtune name --list-formats\n"
             "\n"
             "Prints the dump-file name the library composes for KIND (raw, yuv, jpg or a data\n"
             "kind such as tuning; --list shows them all). Unset numbers keep the hint's\n"
