@@ -127,7 +127,7 @@ int runProps(const Args& args) {
             "current value and meaning. On a host, values come from the file named by "
             "CAMTUNE_PROPS (key=value lines, or what `adb shell getprop` prints); keys the "
             "library does not read and integers it cannot read are reported on stderr.",
-            "props");
+            "camtune props");
     app.add_flag("--json", json, "print a JSON array instead of a table");
     app.add_flag("--setprop", setprop,
                  "print the `adb shell setprop` lines that set the current values on a device");

@@ -119,7 +119,8 @@ int runSim(const Args& args) {
             "statistics, tables and images from producer threads, carried buffers, decision "
             "and execution records, frame_end; then stream_off and uninit. Prints what was "
             "dumped and where.",
-            "sim");
+            "camtune sim");
+    app.option_defaults()->always_capture_default();
     app.add_option("--frames", options.frames, "frames to run")->check(CLI::Range(1, 100000));
     app.add_option("--sensors", sensors, "sensor ids, comma separated (0 to 11)");
     app.add_option("--fps", options.fps, "frame rate; 0 runs as fast as possible")
