@@ -96,6 +96,10 @@ std::vector<std::string> seedWarnings() {
             warnings.push_back(where + key + "=" + value +
                                " is not a number; it reads as the default " +
                                property->defaultValue);
+        } else if (property->type == props::Type::Int &&
+                   std::to_string(parsePropertyInt32(value.c_str(), 0)) != value) {
+            warnings.push_back(where + key + "=" + value + " reads as " +
+                               std::to_string(parsePropertyInt32(value.c_str(), 0)));
         }
     }
     return warnings;
