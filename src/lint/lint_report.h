@@ -76,18 +76,29 @@ inline std::vector<LintFinding> lintWholeFile(const std::string& text) {
     return findings;
 }
 
+// Runs `check` (std::istream& -> std::vector<LintFinding>) on the file at `path` and puts its
+// findings and the whole file's, in line order, in `findings`. Returns 0, or 2 when the file
+// cannot be read (said on `err`).
+template <typename Check>
+int collectLintFindings(const char* path, Check check, std::vector<LintFinding>* findings,
+                        FILE* err) {
+    std::string text;
+    if (int status = readLintInput(path, &text, err); status != 0) return status;
+    *findings = lintWholeFile(text);
+    std::istringstream in(text);
+    for (LintFinding& finding : check(in)) findings->push_back(std::move(finding));
+    std::stable_sort(findings->begin(), findings->end(),
+                     [](const LintFinding& a, const LintFinding& b) { return a.line < b.line; });
+    return 0;
+}
+
 // Runs `check` (std::istream& -> std::vector<LintFinding>) on the file at `path` and prints one
 // "path:line: message" line per finding to `out`. Returns the exit status of a lint command:
 // 0 when clean, 1 when anything was reported, 2 when the file cannot be read (said on `err`).
 template <typename Check>
 int reportLintFile(const char* path, Check check, FILE* out, FILE* err) {
-    std::string text;
-    if (int status = readLintInput(path, &text, err); status != 0) return status;
-    std::vector<LintFinding> findings = lintWholeFile(text);
-    std::istringstream in(text);
-    for (LintFinding& finding : check(in)) findings.push_back(std::move(finding));
-    std::stable_sort(findings.begin(), findings.end(),
-                     [](const LintFinding& a, const LintFinding& b) { return a.line < b.line; });
+    std::vector<LintFinding> findings;
+    if (int status = collectLintFindings(path, check, &findings, err); status != 0) return status;
     for (const LintFinding& finding : findings) {
         std::fprintf(out, "%s:%d: %s\n", path, finding.line, finding.message.c_str());
     }

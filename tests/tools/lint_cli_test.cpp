@@ -84,6 +84,22 @@ TEST_F(LintCliTest, DashReadsStandardInput) {
     EXPECT_EQ(text, "");
 }
 
+TEST_F(LintCliTest, JsonListsTheFindings) {
+    const std::string path = file("bad.cfg", "Preveiw,Default,[Prefix],Capture,AAO,1,0\n");
+    CliRun run = runCli({"lint", "ndd", path, "--json"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_NE(run.out.find("\"line\": 1"), std::string::npos) << run.out;
+    EXPECT_NE(run.out.find("unknown feature \\\"Preveiw\\\""), std::string::npos) << run.out;
+    CliRun clean =
+            runCli({"lint", "ndd", file("good.cfg", "Preview,Default,[Prefix],Capture,AAO,1,0\n"),
+                    "--json"});
+    EXPECT_EQ(clean.status, 0);
+    EXPECT_EQ(clean.out, "[]\n");
+    CliRun missing = runCli({"lint", "ndd"});
+    EXPECT_EQ(missing.status, 2);
+    EXPECT_NE(missing.err.find("FILE is required"), std::string::npos) << missing.err;
+}
+
 TEST_F(LintCliTest, LintAloneListsTheKinds) {
     struct Case {
         std::vector<std::string> args;

@@ -29,6 +29,8 @@ TEST(NameCliTest, OptionsTakeNamesAndRefuseWhatWouldMakeABadName) {
              2,
              "--user text of 1000 characters does not fit in the name"},
             {{"--list-formats"}, 0, "BAYER10        0x2201"},
+            {{"raw", "--hint-user", "-h"}, 0, "--h-"},  // a value, not a request for help
+            {{"raw", "-h"}, 0, "usage: camtune name KIND"},
     };
     for (const Case& c : cases) {
         std::vector<std::string> args = {"name"};

@@ -24,7 +24,7 @@ struct Registrar {
 
 const std::vector<Command>& commands();
 
-// True when `args` holds "--help" or "-h".
+// True when `args` holds "--help" or "-h" where it is not the value of an option.
 bool wantsHelp(const Args& args);
 
 // Value of "--name VALUE" in `args`, or null.

@@ -61,8 +61,14 @@ const std::vector<Command>& commands() {
 }
 
 bool wantsHelp(const Args& args) {
-    return std::any_of(args.begin(), args.end(),
-                       [](const std::string& a) { return a == "--help" || a == "-h"; });
+    // "--user -h" gives -h as a value: only a word that follows no option asks for help.
+    for (size_t i = 0; i < args.size(); ++i) {
+        if (args[i] != "--help" && args[i] != "-h") continue;
+        const bool afterOption = i > 0 && args[i - 1].rfind("--", 0) == 0 &&
+                                 args[i - 1] != "--list" && args[i - 1] != "--list-formats";
+        if (!afterOption) return true;
+    }
+    return false;
 }
 
 const std::string* option(const Args& args, const char* name) {
