@@ -10,6 +10,7 @@
 #include "camtune/naming_vocabulary.h"
 #include "camtune/ndd_tables.h"
 #include "camtune/platform/image_format.h"
+#include "lint/edit_distance.h"
 #include "ndd/carried_record.h"
 #include "ndd/config_table.h"
 
@@ -22,21 +23,6 @@ constexpr char kFormatField[] = "Format";
 
 std::string quoted(const std::string& text) {
     return "\"" + text + "\"";
-}
-
-size_t editDistance(const std::string& a, const std::string& b) {
-    std::vector<size_t> row(b.size() + 1);
-    for (size_t j = 0; j <= b.size(); ++j) row[j] = j;
-    for (size_t i = 1; i <= a.size(); ++i) {
-        size_t diagonal = row[0];
-        row[0] = i;
-        for (size_t j = 1; j <= b.size(); ++j) {
-            const size_t up = row[j];
-            row[j] = std::min({row[j] + 1, row[j - 1] + 1, diagonal + (a[i - 1] != b[j - 1])});
-            diagonal = up;
-        }
-    }
-    return row[b.size()];
 }
 
 // A name table: the names, and the nearest of them to a misspelling.
@@ -55,7 +41,7 @@ public:
         const std::string* best = nullptr;
         size_t bestDistance = 0;
         for (const std::string& candidate : mNames) {
-            const size_t distance = editDistance(name, candidate);
+            const size_t distance = camtune::editDistance(name, candidate);
             if (best == nullptr || distance < bestDistance) {
                 best = &candidate;
                 bestDistance = distance;

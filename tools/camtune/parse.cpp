@@ -5,17 +5,13 @@
 
 #include "cli_parse.h"
 #include "command.h"
+#include "example_files.h"
 #include "parse_kinds.h"
-
-#ifndef CAMTUNE_EXAMPLES_DIR
-#define CAMTUNE_EXAMPLES_DIR "examples"
-#endif
 
 namespace camtune {
 namespace cli {
 namespace {
 
-constexpr char kDefaultConfig[] = CAMTUNE_EXAMPLES_DIR "/ndd/ndd.cfg";
 constexpr char kFolderSeparator = '/';
 
 std::string joinKinds() {
@@ -92,7 +88,7 @@ std::string textLine(const std::string& name, const parse::Decoded& decoded) {
 
 int runParse(const Args& args) {
     std::vector<std::string> names;
-    std::string config = kDefaultConfig;
+    std::string config = kDefaultNddConfig;
     std::string kind;
     bool json = false;
 

@@ -148,17 +148,7 @@ Element bitDepthElement() {
 }
 
 Element extensionElement() {
-    size_t count = 0;
-    const NSCam::ImageFormatInfo* formats = NSCam::imageFormatTable(&count);
-    std::vector<Option> options;
-    std::set<std::string> seen;
-    for (size_t i = 0; i <= count; ++i) {
-        const char* extension = i < count ? formats[i].dumpExtension : NSCam::kUnknownDumpExtension;
-        if (seen.insert(extension).second) {
-            options.push_back(Option{extension, {{"extension", extension}}});
-        }
-    }
-    return choice(std::move(options));
+    return choice(dumpExtensionOptions("extension"));
 }
 
 Element colourOrderElement() {
@@ -515,6 +505,19 @@ bool NameDecoder::decode(const std::string& name, const std::string& kind, Decod
     if (nddWanted && mConfigPath.empty()) why += "; no NDD configuration was read";
     *reason = why;
     return false;
+}
+
+std::vector<Option> dumpExtensionOptions(const char* field) {
+    size_t count = 0;
+    const NSCam::ImageFormatInfo* formats = NSCam::imageFormatTable(&count);
+    std::vector<Option> options;
+    std::set<std::string> seen;
+    for (size_t i = 0; i <= count; ++i) {
+        const char* extension = i < count ? formats[i].dumpExtension : NSCam::kUnknownDumpExtension;
+        if (seen.insert(extension).second)
+            options.push_back(Option{extension, {{field, extension}}});
+    }
+    return options;
 }
 
 }  // namespace parse

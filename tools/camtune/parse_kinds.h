@@ -33,6 +33,10 @@ struct Decoded {
 // null, the bit-depth name `bits` (an empty array: a format code the table does not know).
 Fields imageFormatsFor(const std::string* bits, const std::string& extension);
 
+// One option per dump extension of the image-format table ("unknown" included), reporting it
+// under `field`.
+std::vector<Option> dumpExtensionOptions(const char* field);
+
 // The grammar of an NDD dump-file pattern such as "[Prefix][SensorId]-AAO.bin": each bracketed
 // rule becomes what the rule can print, the rest stays literal text.
 Sequence nddPatternGrammar(const std::string& pattern);

@@ -45,16 +45,7 @@ Element enumeratedRule(const char* rule, const char* field, int32_t NddData::*me
 }
 
 Element formatExtension() {
-    size_t count = 0;
-    const NSCam::ImageFormatInfo* formats = NSCam::imageFormatTable(&count);
-    std::vector<Option> options;
-    std::set<std::string> seen;
-    for (size_t i = 0; i <= count; ++i) {
-        const char* extension = i < count ? formats[i].dumpExtension : NSCam::kUnknownDumpExtension;
-        if (seen.insert(extension).second) {
-            options.push_back(Option{extension, {{"format", extension}}});
-        }
-    }
+    std::vector<Option> options = dumpExtensionOptions("format");
     // A buffer without an image format (an array) gets no extension.
     options.push_back(Option{"", {}});
     return choice(std::move(options));

@@ -11,6 +11,7 @@
 #include "camtune/platform/properties.h"
 #include "cli_parse.h"
 #include "command.h"
+#include "lint/edit_distance.h"
 #include "platform/property_parse.h"
 #include "platform/property_registry.h"
 
@@ -43,21 +44,6 @@ std::string readsAs(const props::Property& property, const std::string& value) {
     const int32_t number = props::getInt(property);
     if (std::to_string(number) == value) return "";
     return std::to_string(number);
-}
-
-size_t editDistance(const std::string& a, const std::string& b) {
-    std::vector<size_t> row(b.size() + 1);
-    for (size_t j = 0; j <= b.size(); ++j) row[j] = j;
-    for (size_t i = 1; i <= a.size(); ++i) {
-        size_t diagonal = row[0];
-        row[0] = i;
-        for (size_t j = 1; j <= b.size(); ++j) {
-            const size_t up = row[j];
-            row[j] = std::min({row[j] + 1, row[j - 1] + 1, diagonal + (a[i - 1] != b[j - 1])});
-            diagonal = up;
-        }
-    }
-    return row[b.size()];
 }
 
 const char* nearestName(const std::string& key) {

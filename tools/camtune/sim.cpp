@@ -11,18 +11,14 @@
 
 #include "cli_parse.h"
 #include "command.h"
+#include "example_files.h"
 #include "sim_pattern.h"
 #include "sim_session.h"
-
-#ifndef CAMTUNE_EXAMPLES_DIR
-#define CAMTUNE_EXAMPLES_DIR "examples"
-#endif
 
 namespace camtune {
 namespace cli {
 namespace {
 
-constexpr char kDefaultConfig[] = CAMTUNE_EXAMPLES_DIR "/ndd/ndd.cfg";
 constexpr char kDefaultRoot[] = "camtune-out";
 
 bool parseSize(const std::string& text, int* width, int* height) {
@@ -109,7 +105,7 @@ int runSim(const Args& args) {
     std::string size = "1920x1080";
     std::string raw = "4000x2400";
     std::string root = kDefaultRoot;
-    std::string config = kDefaultConfig;
+    std::string config = kDefaultNddConfig;
     std::vector<std::string> properties;
     bool json = false;
     bool listFormats = false;
