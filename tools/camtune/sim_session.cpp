@@ -253,8 +253,10 @@ public:
                 submitBytes(eCategory_Streaming, eModule_LTMSO, data, kLtmsoBytes, frame);
             });
             if (capture) {
-                p1.push_back([this, i, frame, &metas] {
-                    NddData data = record(metas[i], mOptions.sensors[i], NAMING_STAGE_P1);
+                // Read before the tasks run: the statistics task writes this metadata meanwhile.
+                NddData captured = record(metas[i], mOptions.sensors[i], NAMING_STAGE_P1);
+                p1.push_back([this, frame, captured] {
+                    NddData data = captured;
                     const std::vector<uint8_t> raw = packedBayerFrame(
                             mOptions.rawWidth, mOptions.rawHeight, static_cast<uint32_t>(frame));
                     submit(eCategory_Capture, eModule_IMGO, data, raw.data(),
