@@ -79,6 +79,21 @@ NddData decodeCarriedRecord(const uint8_t* in) {
     return data;
 }
 
+void encodeCarriedHeader(eCategory category, eModule module, const NddData& data, uint8_t* out) {
+    out = put(out, static_cast<int32_t>(category));
+    out = put(out, static_cast<int32_t>(module));
+    encodeCarriedRecord(data, out);
+}
+
+void decodeCarriedHeader(const uint8_t* in, eCategory* category, eModule* module, NddData* data) {
+    int32_t value = 0;
+    in = get(in, &value);
+    *category = static_cast<eCategory>(value);
+    in = get(in, &value);
+    *module = static_cast<eModule>(value);
+    *data = decodeCarriedRecord(in);
+}
+
 CarriedStrings& CarriedStrings::instance() {
     // Never destroyed: carried entries may be read by pipeline threads during exit.
     static CarriedStrings* sInstance = new CarriedStrings();

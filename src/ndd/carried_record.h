@@ -30,6 +30,10 @@ void encodeCarriedRecord(const NddData& data, uint8_t* out);
 // Reads a record written by encodeCarriedRecord.
 NddData decodeCarriedRecord(const uint8_t* in);
 
+// The start of an entry (kCarriedHeaderSize bytes): category, module, then the record.
+void encodeCarriedHeader(eCategory category, eModule module, const NddData& data, uint8_t* out);
+void decodeCarriedHeader(const uint8_t* in, eCategory* category, eModule* module, NddData* data);
+
 // The process's kept user strings. Bounded: beyond kMaxStrings distinct strings a new one is
 // carried as empty.
 class CarriedStrings {

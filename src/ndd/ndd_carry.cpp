@@ -1,8 +1,6 @@
 // Buffers carried in request metadata until the request that carries them is dumped.
 #define LOG_TAG "NDD"
 
-#include <cstring>
-
 #include "camtune/platform/log.h"
 #include "camtune/platform/metadata.h"
 #include "ndd/carried_record.h"
@@ -12,22 +10,6 @@
 
 namespace NSCam {
 namespace TuningUtils {
-
-namespace {
-
-template <typename T>
-void putValue(uint8_t* out, T value) {
-    std::memcpy(out, &value, sizeof(value));
-}
-
-template <typename T>
-T getValue(const uint8_t* in) {
-    T value;
-    std::memcpy(&value, in, sizeof(value));
-    return value;
-}
-
-}  // namespace
 
 void Ndd::push_buffer(eCategory category, eModule module, NddData& data, void* buffer, int size,
                       IMetadata& meta, const char* file, int line) {
@@ -41,9 +23,7 @@ void Ndd::push_buffer(eCategory category, eModule module, NddData& data, void* b
     }
     (void)line;
     uint8_t header[kCarriedHeaderSize];
-    putValue<int32_t>(header, category);
-    putValue<int32_t>(header + 4, module);
-    encodeCarriedRecord(data, header + 8);
+    encodeCarriedHeader(category, module, data, header);
     IMetadata::IEntry entry(tag);
     entry.pushBytes(header, sizeof(header));
     if (size > 0) entry.pushBytes(buffer, static_cast<size_t>(size));
@@ -62,9 +42,10 @@ void Ndd::dump_buffer(const IMetadata& meta) {
         IMetadata::IEntry entry = meta.entryFor(tag);
         if (entry.type() != MetaType::Uint8 || entry.count() < kCarriedHeaderSize) continue;
         const uint8_t* bytes = entry.data();
-        const auto category = static_cast<eCategory>(getValue<int32_t>(bytes));
-        const auto module = static_cast<eModule>(getValue<int32_t>(bytes + 4));
-        NddData data = decodeCarriedRecord(bytes + 8);
+        eCategory category;
+        eModule module;
+        NddData data;
+        decodeCarriedHeader(bytes, &category, &module, &data);
         eCategory requestCategory = category;
         query_ndd_info(meta, requestCategory, data);
         const int size = static_cast<int>(entry.count() - kCarriedHeaderSize);

@@ -84,22 +84,22 @@ std::string Ndd::get_filename(eCategory category, eModule module, NddData& data,
 }
 
 bool Ndd::composePath(eCategory category, eModule module, NddData& data, IImageBuffer* image,
-                      std::string* name, std::string* path) {
-    *name = get_filename(category, module, data, image);
-    if (name->empty()) {
+                      std::string* path) {
+    const std::string name = get_filename(category, module, data, image);
+    if (name.empty()) {
         CAM_LOGE(ndd_msg::kEmptyName, nddFeatureName(data.feature), nddStageName(data.stage),
                  mTables->getCategoryName(category), mTables->getModuleName(module));
         mFailedDumps.fetch_add(1);
         return false;
     }
-    if (name->find('/') != std::string::npos) {
-        CAM_LOGE(ndd_msg::kNameWithSlash, name->c_str());
+    if (name.find('/') != std::string::npos) {
+        CAM_LOGE(ndd_msg::kNameWithSlash, name.c_str());
         mFailedDumps.fetch_add(1);
         return false;
     }
     *path = dumpFolder();
     *path += '/';
-    *path += *name;
+    *path += name;
     return true;
 }
 

@@ -28,8 +28,6 @@ struct dumpInfo {
     eModule module = eModule_AAHO;
     NddData ndd;
     std::string path;
-    std::string name;
-    int reserved = 0;
 };
 
 class Ndd : public INdd {
@@ -88,9 +86,9 @@ public:
     void dump_info_scenario_recorder(const dumpInfo& info);
     void disabled_info_scenario_recorder(const NddData& data, eModule module);
     static long long compose_ndd_key(int uniqueKey, int requestNo, int frameNo);
-    // Names and path of an admitted item; false (logged) when the name cannot be used.
+    // The path of an admitted item; false (logged) when its name cannot be used.
     bool composePath(eCategory category, eModule module, NddData& data, IImageBuffer* image,
-                     std::string* name, std::string* path);
+                     std::string* path);
     // Takes the on-device tuning identity of the item's frame, when a replay binds one.
     void applyOdtPrefix(NddData& data);
 
@@ -124,7 +122,7 @@ private:
                     std::string* format);
     // Queues a copied item for the writers, or writes it at once when they have stopped.
     void queueOrWrite(DumpBytes copy, eCategory category, eModule module, const NddData& data,
-                      const std::string& path, std::string name);
+                      const std::string& path);
     // Sends an execution record for the item's key to the scenario recorder.
     void reportWritten(const NddData& data, const std::string& text);
     // Appends a written item to the sensor's on-device tuning dump-in file, when configured.
@@ -165,10 +163,9 @@ private:
     mutable std::mutex mConfigLock;
     ConfigTable mConfig;
 
-    // Guards the dump folder and root path, read by every submission.
+    // Guards the dump folder, read by every submission.
     mutable std::mutex mFolderLock;
     std::string mDumpFolder;
-    std::string mRootPath;
     // When make_ndd_dir last found the folder (steady-clock ns); it looks again after a while,
     // so a folder removed during a stream comes back.
     std::atomic<int64_t> mFolderSeenAtNs{kFolderNeverSeen};

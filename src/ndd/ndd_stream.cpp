@@ -106,12 +106,11 @@ void Ndd::stream_on(std::vector<int> sensorIds, unsigned int uniqueKey) {
     parse_config(text);
 
     props::getString(props::kNddRootPath, text);
-    std::string root = text;
+    std::string folder = text;
     mUseSubDir.store(props::getInt(props::kNddSubdir) != 0);
     mDirectWrite.store(props::getInt(props::kNddDirectWrite) != 0);
     mActionFilter.store(props::getInt(props::kNddActionEnable));
 
-    std::string folder = root;
     if (mUseSubDir.load()) {
         char name[32];
         std::snprintf(name, sizeof(name), "%s%09u", kSubDirPrefix, uniqueKey);
@@ -120,7 +119,6 @@ void Ndd::stream_on(std::vector<int> sensorIds, unsigned int uniqueKey) {
         folder += kDefaultFolder;
     }
     std::lock_guard<std::mutex> folderGuard(mFolderLock);
-    mRootPath = std::move(root);
     mDumpFolder = std::move(folder);
     mFolderSeenAtNs.store(kFolderNeverSeen);
 }

@@ -40,8 +40,8 @@ void Ndd::submit_request(eCategory category, eModule module, NddData& data, cons
     }
     make_ndd_dir();
     applyOdtPrefix(data);
-    std::string name, path;
-    if (!composePath(category, module, data, nullptr, &name, &path)) return;
+    std::string path;
+    if (!composePath(category, module, data, nullptr, &path)) return;
 
     const Clock::time_point start = Clock::now();
     const char* moduleName = mTables->getModuleName(module);
@@ -62,7 +62,7 @@ void Ndd::submit_request(eCategory category, eModule module, NddData& data, cons
                     reportWritten(data, path);
                 }
             } else {
-                queueOrWrite(std::move(copy), category, module, data, path, std::move(name));
+                queueOrWrite(std::move(copy), category, module, data, path);
             }
         }
     }
@@ -85,8 +85,8 @@ void Ndd::submit_request(eCategory category, eModule module, NddData& data, IIma
     make_ndd_dir();
     applyOdtPrefix(data);
     handleimgbuf(data, image);
-    std::string name, path;
-    if (!composePath(category, module, data, image, &name, &path)) return;
+    std::string path;
+    if (!composePath(category, module, data, image, &path)) return;
 
     const Clock::time_point start = Clock::now();
     const char* moduleName = mTables->getModuleName(module);
@@ -100,7 +100,7 @@ void Ndd::submit_request(eCategory category, eModule module, NddData& data, IIma
             if (writeImageNow(path, image)) reportWritten(data, path);
         } else {
             size = copy.size();
-            queueOrWrite(std::move(copy), category, module, data, path, std::move(name));
+            queueOrWrite(std::move(copy), category, module, data, path);
         }
     }
     CAM_LOGD(ndd_msg::kImageHandover, mTables->getCategoryName(category), category, moduleName,
@@ -116,8 +116,8 @@ bool Ndd::query_file_path(eCategory category, eModule module, NddData& data, cha
     if (!is_ndd_data_valid(category, module, data)) return false;
     make_ndd_dir();  // the caller writes the file itself, into this folder
     applyOdtPrefix(data);
-    std::string name, path;
-    if (!composePath(category, module, data, nullptr, &name, &path)) return false;
+    std::string path;
+    if (!composePath(category, module, data, nullptr, &path)) return false;
     if (path.size() >= kNddPathMax) {
         CAM_LOGE(ndd_msg::kPathTooLong, path.c_str(), static_cast<int>(kNddPathMax));
         return false;

@@ -97,14 +97,13 @@ DumpBytes Ndd::copyImage(IImageBuffer* image) {
 }
 
 void Ndd::queueOrWrite(DumpBytes copy, eCategory category, eModule module, const NddData& data,
-                       const std::string& path, std::string name) {
+                       const std::string& path) {
     dumpInfo info;
     info.data = std::move(copy);
     info.category = category;
     info.module = module;
     info.ndd = data;
     info.path = path;
-    info.name = std::move(name);
     mQueuedSize.fetch_add(static_cast<int64_t>(info.data.size()));
     bool queued = false;
     bool wake = false;

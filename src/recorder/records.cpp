@@ -89,9 +89,7 @@ void ScenarioRecorder::submitDecisionRecord(const IMetadata* meta, const Decisio
     if (!isInitialised()) return;
     DecisionParam param;
     queryNddInfo(meta, param.uniqueKey, param.requestNo, param.frameNo);
-    param.sensorIdx = input.sensorIdx;
-    param.decisionType = input.decisionType;
-    param.moduleId = input.moduleId;
+    param.fill(input);
     submitDecisionRecord(param, text);
 }
 
@@ -100,9 +98,7 @@ void ScenarioRecorder::submitDecisionRecord(long long nddKey, const DecisionInpu
     if (!isInitialised()) return;
     DecisionParam param;
     INdd::getInstance()->query_uniquekey(nddKey, param.uniqueKey, param.requestNo, param.frameNo);
-    param.sensorIdx = input.sensorIdx;
-    param.decisionType = input.decisionType;
-    param.moduleId = input.moduleId;
+    param.fill(input);
     submitDecisionRecord(param, text);
 }
 

@@ -30,6 +30,12 @@ struct DecisionParam {
     int32_t sensorIdx = -1;
     DecisionType decisionType = DECISION_ATMS_MAPPING;
     uint32_t moduleId = 0;
+
+    void fill(const DecisionInput& input) {
+        sensorIdx = input.sensorIdx;
+        decisionType = input.decisionType;
+        moduleId = input.moduleId;
+    }
 };
 
 // An execution record as the recorder formats it; -1 for what is not known.

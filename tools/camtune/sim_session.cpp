@@ -365,8 +365,8 @@ private:
         NddData probe = data;
         mNdd->applyOdtPrefix(probe);
         if (image != nullptr) mNdd->handleimgbuf(probe, image);
-        std::string name, path;
-        if (mNdd->composePath(category, module, probe, image, &name, &path)) {
+        std::string path;
+        if (mNdd->composePath(category, module, probe, image, &path)) {
             mLedger.expect(path, bytes);
         }
         return true;
