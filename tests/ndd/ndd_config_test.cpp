@@ -21,17 +21,6 @@ std::string propertyText(const props::Property& property) {
     return value;
 }
 
-TEST(SplitFieldsTest, ReadsAsADelimitedStreamDoes) {
-    struct Case {
-        const char* line;
-        std::vector<std::string> fields;
-    } cases[] = {
-            {"", {}},    {"a", {"a"}},     {"a,", {"a"}},        {"a,,b", {"a", "", "b"}},
-            {",", {""}}, {",,", {"", ""}}, {"a,b,", {"a", "b"}}, {"a,b,,", {"a", "b", ""}},
-    };
-    for (const Case& c : cases) EXPECT_EQ(splitFields(c.line, ','), c.fields) << c.line;
-}
-
 TEST(ConfigLineTest, NeedsSevenFieldsAndTwoNumbers) {
     struct Case {
         const char* line;
@@ -100,14 +89,6 @@ TEST_F(NddConfigTest, ParsingStopsAtAMalformedLineAndKeepsEarlierOnes) {
     EXPECT_EQ(log.count(camtune::log::Level::Error,
                         "Config File Error: Preview,Default,[Prefix],Streaming,AFO,1"),
               1);
-}
-
-TEST_F(NddConfigTest, ANonNumericEnableEndsParsingInsteadOfThrowing) {
-    LogCapture log;
-    start("Preview,Default,[Prefix],Streaming,AAO,1,0\n"
-          "Preview,Default,[Prefix],Streaming,AAHO,on,0\n");
-    EXPECT_EQ(mNdd->configEntryCount(), 1u);
-    EXPECT_TRUE(log.contains("Config File Error: Preview,Default,[Prefix],Streaming,AAHO,on,0"));
 }
 
 TEST_F(NddConfigTest, DebuggingListsEveryEntry) {

@@ -154,14 +154,6 @@ TEST_F(NddWriterTest, OverTheByteLimitTheCallerWritesAtOnce) {
     EXPECT_EQ(folderFile(nameOf("queued")), std::string(1500, 'q'));
 }
 
-TEST_F(NddWriterTest, WithoutALimitEverythingIsQueued) {
-    start(kUserStrConfig);
-    mNdd->setWritersPaused(true);
-    for (int i = 0; i < 20; ++i) submit(std::string(1000, 'x'), std::to_string(i));
-    EXPECT_EQ(mNdd->queuedSize(), 20000);
-    EXPECT_FALSE(folderHas(nameOf("19")));
-}
-
 TEST_F(NddWriterTest, DirectWriteNeverQueuesRawBuffersButQueuesImages) {
     mProps.set(props::kNddDirectWrite, 1);
     start(std::string(kUserStrConfig) + "Preview,Default,[Prefix]_[Format],Capture,IMGO,1,0\n");
