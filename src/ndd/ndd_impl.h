@@ -160,6 +160,8 @@ private:
     int mSleepingWriters = 0;  // writers waiting without a time limit
     std::vector<std::thread> mWriters;
 
+    std::mutex mPublishLock;  // orders the writes of vendor.debug.ndd.dump_size
+
     mutable std::mutex mConfigLock;
     ConfigTable mConfig;
 

@@ -231,6 +231,9 @@ void Ndd::finishQueuedItem(dumpInfo& info) {
 }
 
 void Ndd::publishQueuedSize() {
+    // Writers finish items at once: the size is read under the lock, so the value published
+    // last is the current one and dump_size ends at 0, not at a stale count.
+    std::lock_guard<std::mutex> guard(mPublishLock);
     char text[32];
     std::snprintf(text, sizeof(text), "%" PRId64, mQueuedSize.load());
     props::set(props::kNddDumpSize, text);
