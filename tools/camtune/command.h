@@ -13,8 +13,8 @@ using Args = std::vector<std::string>;
 struct Command {
     const char* name;              // "props", or two words such as "lint dumpin"
     const char* summary;           // one line for the command list
-    const char* usage;             // full --help text; null when run() parses --help itself
-    int (*run)(const Args& args);  // arguments after the command name; returns the exit status
+    int (*run)(const Args& args);  // arguments after the command name, --help included;
+                                   // returns the exit status
 };
 
 // Registers a command at static-initialisation time.
@@ -23,12 +23,6 @@ struct Registrar {
 };
 
 const std::vector<Command>& commands();
-
-// True when `args` holds "--help" or "-h" where it is not the value of an option.
-bool wantsHelp(const Args& args);
-
-// Value of "--name VALUE" in `args`, or null.
-const std::string* option(const Args& args, const char* name);
 
 }  // namespace cli
 }  // namespace camtune

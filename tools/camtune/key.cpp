@@ -309,7 +309,7 @@ int runKey(const Args& args) {
 
 }  // namespace
 
-CAMTUNE_COMMAND("key", "compose or take apart NDD keys and recorder request keys", nullptr, runKey);
+CAMTUNE_COMMAND("key", "compose or take apart NDD keys and recorder request keys", runKey);
 
 }  // namespace cli
 }  // namespace camtune

@@ -20,8 +20,7 @@ int runLintDumpin(const Args& args) {
 
 }  // namespace
 
-CAMTUNE_COMMAND("lint dumpin", "check a dump-in list before pushing it to a device", nullptr,
-                runLintDumpin);
+CAMTUNE_COMMAND("lint dumpin", "check a dump-in list before pushing it to a device", runLintDumpin);
 
 }  // namespace cli
 }  // namespace camtune

@@ -21,7 +21,7 @@ int runLintNdd(const Args& args) {
 
 }  // namespace
 
-CAMTUNE_COMMAND("lint ndd", "check an NDD configuration file", nullptr, runLintNdd);
+CAMTUNE_COMMAND("lint ndd", "check an NDD configuration file", runLintNdd);
 
 }  // namespace cli
 }  // namespace camtune

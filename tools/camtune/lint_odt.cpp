@@ -17,7 +17,7 @@ int runLintOdt(const Args& args) {
 
 }  // namespace
 
-CAMTUNE_COMMAND("lint odt", "check an on-device tuning replay configuration", nullptr, runLintOdt);
+CAMTUNE_COMMAND("lint odt", "check an on-device tuning replay configuration", runLintOdt);
 
 }  // namespace cli
 }  // namespace camtune

@@ -21,7 +21,7 @@ int runLintReprocess(const Args& args) {
 
 }  // namespace
 
-CAMTUNE_COMMAND("lint reprocess", "check a reprocess configuration before a replay", nullptr,
+CAMTUNE_COMMAND("lint reprocess", "check a reprocess configuration before a replay",
                 runLintReprocess);
 
 }  // namespace cli

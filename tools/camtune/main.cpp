@@ -60,24 +60,6 @@ const std::vector<Command>& commands() {
     return table();
 }
 
-bool wantsHelp(const Args& args) {
-    // "--user -h" gives -h as a value: only a word that follows no option asks for help.
-    for (size_t i = 0; i < args.size(); ++i) {
-        if (args[i] != "--help" && args[i] != "-h") continue;
-        const bool afterOption = i > 0 && args[i - 1].rfind("--", 0) == 0 &&
-                                 args[i - 1] != "--list" && args[i - 1] != "--list-formats";
-        if (!afterOption) return true;
-    }
-    return false;
-}
-
-const std::string* option(const Args& args, const char* name) {
-    for (size_t i = 0; i + 1 < args.size(); ++i) {
-        if (args[i] == name) return &args[i + 1];
-    }
-    return nullptr;
-}
-
 }  // namespace cli
 }  // namespace camtune
 
@@ -122,10 +104,5 @@ int main(int argc, char** argv) {
         return 2;
     }
     Args rest(args.begin() + wordCount(found->name), args.end());
-    // Commands without a usage text parse their own options, help included.
-    if (found->usage != nullptr && wantsHelp(rest)) {
-        std::fputs(found->usage, stdout);
-        return 0;
-    }
     return found->run(rest);
 }

@@ -159,8 +159,7 @@ int runParse(const Args& args) {
 
 }  // namespace
 
-CAMTUNE_COMMAND("parse", "decode dump, log and list file names into their fields", nullptr,
-                runParse);
+CAMTUNE_COMMAND("parse", "decode dump, log and list file names into their fields", runParse);
 
 }  // namespace cli
 }  // namespace camtune

@@ -167,8 +167,7 @@ int runProps(const Args& args) {
     return 0;
 }
 
-CAMTUNE_COMMAND("props", "list every property camtune reads, with its current value", nullptr,
-                runProps);
+CAMTUNE_COMMAND("props", "list every property camtune reads, with its current value", runProps);
 
 }  // namespace
 }  // namespace cli

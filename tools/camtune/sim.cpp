@@ -200,8 +200,7 @@ int runSim(const Args& args) {
 
 }  // namespace
 
-CAMTUNE_COMMAND("sim", "run a simulated camera session and dump it under an output root", nullptr,
-                runSim);
+CAMTUNE_COMMAND("sim", "run a simulated camera session and dump it under an output root", runSim);
 
 }  // namespace cli
 }  // namespace camtune
