@@ -7,6 +7,7 @@
 #include <tuple>
 
 #include "camtune/ndd_tables.h"
+#include "camtune/platform/fs.h"
 #include "odt/odt_line_format.h"
 
 namespace NSCam {
@@ -64,6 +65,8 @@ std::vector<std::string> split(const std::string& text, char separator) {
 
 class Linter {
 public:
+    explicit Linter(FileExists exists) : mExists(exists) {}
+
     std::vector<LintFinding> run(std::istream& in) {
         std::string line;
         for (mLine = 1; std::getline(in, line); ++mLine) {
@@ -159,6 +162,7 @@ private:
             report("file name " + quoted(name) +
                    " does not begin with a dump key (unique key-request-frame)");
         }
+        if (!mExists(file)) report("file " + quoted(file) + " does not exist: nothing to replay");
     }
 
     // The parser must take the line (anything it refuses has been reported above already), and
@@ -183,6 +187,7 @@ private:
 
     using ItemId = std::tuple<std::string, int32_t, int32_t, int32_t, std::string>;
 
+    FileExists mExists;
     int mLine = 0;
     std::vector<LintFinding> mFindings;
     std::map<ItemId, int> mItems;  // item -> line that set it last
@@ -190,8 +195,13 @@ private:
 
 }  // namespace
 
-std::vector<LintFinding> lintReplayConfig(std::istream& in) {
-    return Linter().run(in);
+bool regularFileExists(const std::string& path) {
+    struct ::stat st = {};
+    return camtune::fs::stat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode);
+}
+
+std::vector<LintFinding> lintReplayConfig(std::istream& in, FileExists exists) {
+    return Linter(exists).run(in);
 }
 
 }  // namespace odt

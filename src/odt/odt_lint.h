@@ -14,8 +14,14 @@ namespace odt {
 
 using LintFinding = camtune::LintFinding;
 
+// Whether the file a line names is there to be replayed.
+using FileExists = bool (*)(const std::string& path);
+
+// True when `path` names a regular file through the platform's file system.
+bool regularFileExists(const std::string& path);
+
 // Every finding, in line order (a line may have several). Blank lines are fine.
-std::vector<LintFinding> lintReplayConfig(std::istream& in);
+std::vector<LintFinding> lintReplayConfig(std::istream& in, FileExists exists = regularFileExists);
 
 }  // namespace odt
 }  // namespace TuningUtils

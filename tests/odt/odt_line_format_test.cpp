@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
@@ -10,15 +11,20 @@
 
 #include "odt/odt_config_reader.h"
 #include "odt/odt_lint.h"
+#include "support/temp_root.h"
 
 namespace NSCam {
 namespace TuningUtils {
 namespace odt {
 namespace {
 
+bool anyFileExists(const std::string&) {
+    return true;
+}
+
 std::vector<LintFinding> lint(const std::string& text) {
     std::istringstream in(text);
-    return lintReplayConfig(in);
+    return lintReplayConfig(in, anyFileExists);
 }
 
 TEST(OdtLineFormatTest, DataLinesAndTheirNumberFields) {
@@ -137,12 +143,29 @@ TEST(OdtLintTest, EveryRejectedLineIsReported) {
 
 // The documented example, where the build says where it is (the host build does).
 #ifdef CAMTUNE_ODT_EXAMPLE
-TEST(OdtLintTest, ExampleConfigurationIsClean) {
+// Clean once the files it names are there; each missing one is reported on its own line.
+TEST(OdtLintTest, ExampleConfigurationIsCleanWithItsFilesInPlace) {
+    camtune::test::TempRoot root;
     std::ifstream in(CAMTUNE_ODT_EXAMPLE);
     ASSERT_TRUE(in.good()) << CAMTUNE_ODT_EXAMPLE;
-    for (const LintFinding& f : lintReplayConfig(in)) ADD_FAILURE() << f.line << ": " << f.message;
+    std::vector<std::string> files;
+    for (std::string line; std::getline(in, line);) {
+        if (!line.empty() && !isOrderLine(line)) files.push_back(parseDataLine(line).file);
+    }
+    ASSERT_EQ(6u, files.size());
+    for (const std::string& file : files) root.writeFile(file, "data");
     std::ifstream again(CAMTUNE_ODT_EXAMPLE);
-    EXPECT_EQ(3u, readReplayConfig(again, 0).frames.size());
+    for (const LintFinding& f : lintReplayConfig(again)) {
+        ADD_FAILURE() << f.line << ": " << f.message;
+    }
+    std::remove(root.hostPath(files[3]).c_str());
+    std::ifstream missing(CAMTUNE_ODT_EXAMPLE);
+    const std::vector<LintFinding> findings = lintReplayConfig(missing);
+    ASSERT_EQ(1u, findings.size());
+    EXPECT_EQ(4, findings[0].line);
+    EXPECT_EQ("file \"" + files[3] + "\" does not exist: nothing to replay", findings[0].message);
+    std::ifstream frames(CAMTUNE_ODT_EXAMPLE);
+    EXPECT_EQ(3u, readReplayConfig(frames, 0).frames.size());
 }
 #endif
 

@@ -84,6 +84,20 @@ TEST_F(LintCliTest, DashReadsStandardInput) {
     EXPECT_EQ(text, "");
 }
 
+TEST_F(LintCliTest, NamedFilesAreLookedForUnderTheRoot) {
+    const std::string named = "/data/vendor/camera_dump/000001234-0041-0120-main-AAO.bin";
+    const std::string path = file("replay.cfg", "AAO,120,main,1,0;" + named + "\n");
+    const std::vector<std::string> env = {"CAMTUNE_ROOT=" + mDir};
+    CliRun missing = runCli({"lint", "odt", path}, mDir, env);
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_NE(missing.out.find(":1: file \"" + named + "\" does not exist"), std::string::npos)
+            << missing.out;
+    stdfs::create_directories(mDir + "/data/vendor/camera_dump");
+    file(named.substr(1), "stats");
+    CliRun present = runCli({"lint", "odt", path}, mDir, env);
+    EXPECT_EQ(present.status, 0) << present.out;
+}
+
 TEST_F(LintCliTest, JsonListsTheFindings) {
     const std::string path = file("bad.cfg", "Preveiw,Default,[Prefix],Capture,AAO,1,0\n");
     CliRun run = runCli({"lint", "ndd", path, "--json"});

@@ -8,11 +8,13 @@ namespace cli {
 namespace {
 
 int runLintOdt(const Args& args) {
-    return runLint("camtune lint odt",
-                   "Checks an on-device tuning replay configuration (the file "
-                   "vendor.debug.odt.config names). Prints FILE:LINE: message for every line the "
-                   "replay would reject or read differently from what it says.",
-                   args, NSCam::TuningUtils::odt::lintReplayConfig);
+    return runLint(
+            "camtune lint odt",
+            "Checks an on-device tuning replay configuration (the file "
+            "vendor.debug.odt.config names). Prints FILE:LINE: message for every line the "
+            "replay would reject or read differently from what it says, and every file it names "
+            "that does not exist (under CAMTUNE_ROOT when that is set).",
+            args, [](std::istream& in) { return NSCam::TuningUtils::odt::lintReplayConfig(in); });
 }
 
 }  // namespace
