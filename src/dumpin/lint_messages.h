@@ -34,7 +34,12 @@ inline constexpr char kDroppedEntries[] =
 inline constexpr char kEmptyFrame[] = "<END_OF_FRAME> without entries adds an empty frame";
 inline constexpr char kReprocRequestNaN[] =
         "request number \"%s\" is not a number; initReprocInfo throws";
+inline constexpr char kReprocRequestMisread[] = "request number \"%s\" reads as %d";
 inline constexpr char kNr3dNaN[] = "nr3d value \"%s\" is not a number; initReprocInfo throws";
+inline constexpr char kNr3dMisread[] = "nr3d value \"%s\" reads as %d";
+inline constexpr char kFormatBlanks[] =
+        "format \"%s\" has blanks around it; a lookup of \"%s\" never finds it";
+inline constexpr char kValueReplaced[] = "second \"%s\" line; it replaces line %d";
 inline constexpr char kStrideNaN[] = "raw_stride \"%s\" is not a number; the stride reads as 0";
 inline constexpr char kDuplicateFormat[] = "second \"%s\" in this frame; the first is kept";
 inline constexpr char kEmptyUniqueKey[] = "empty uniqueKey value";

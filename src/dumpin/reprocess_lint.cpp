@@ -1,4 +1,5 @@
 // Check of a reprocess configuration, line by line, with the library's own parser.
+#include <map>
 #include <set>
 #include <stdexcept>
 #include <string>
@@ -17,13 +18,17 @@ namespace {
 
 using NSCam::TuningUtils::TUNING_CFG_T;
 
-// True when the library's decimal conversion accepts `text`.
-bool isDecimal(const std::string& text) {
+enum class Decimal { Invalid, Misread, Exact };
+
+// How the library's decimal conversion reads `text`: it skips leading blanks and stops at the
+// first character that is not a digit, so "12abc" silently reads as 12.
+Decimal readDecimal(const std::string& text, int* value) {
     try {
-        std::stoi(text);
-        return true;
+        size_t used = 0;
+        *value = std::stoi(text, &used);
+        return used == text.size() ? Decimal::Exact : Decimal::Misread;
     } catch (const std::exception&) {
-        return false;
+        return Decimal::Invalid;
     }
 }
 
@@ -99,14 +104,31 @@ private:
         std::string rest = line;
         TUNING_CFG_T entry;
         NSCam::TuningUtils::Extract_Tuning_CFG(rest, entry);
-        if (!isDecimal(entry.str_reqNum)) {
-            report(lint::format(lint::kReprocRequestNaN, entry.str_reqNum.c_str()));
-            return false;
+        int number = 0;
+        switch (readDecimal(entry.str_reqNum, &number)) {
+            case Decimal::Invalid:
+                report(lint::format(lint::kReprocRequestNaN, entry.str_reqNum.c_str()));
+                return false;
+            case Decimal::Misread:
+                report(lint::format(lint::kReprocRequestMisread, entry.str_reqNum.c_str(), number));
+                break;
+            case Decimal::Exact:
+                break;
+        }
+        const std::string bare = trimmed(entry.str_format);
+        if (bare != entry.str_format) {
+            report(lint::format(lint::kFormatBlanks, entry.str_format.c_str(), bare.c_str()));
         }
         if (contains(entry.str_format, kNr3dWord)) {
-            if (!isDecimal(entry.str_file)) {
-                report(lint::format(lint::kNr3dNaN, entry.str_file.c_str()));
-                return false;
+            switch (readDecimal(entry.str_file, &number)) {
+                case Decimal::Invalid:
+                    report(lint::format(lint::kNr3dNaN, entry.str_file.c_str()));
+                    return false;
+                case Decimal::Misread:
+                    report(lint::format(lint::kNr3dMisread, entry.str_file.c_str(), number));
+                    break;
+                case Decimal::Exact:
+                    break;
             }
         } else if (!contains(entry.str_format, kFrameNoKeyword)) {
             std::string bad = lint::checkPath(entry.str_file);
@@ -123,6 +145,13 @@ private:
         std::string format;
         std::string value;
         splitValueLine(line, format, value);
+        // Each value line replaces the one before it.
+        const std::string word = contains(format, kUniqueKeyWord) ? kUniqueKeyWord : kRawStrideWord;
+        auto [earlier, first] = mValueLines.emplace(word, mNumber);
+        if (!first) {
+            report(lint::format(lint::kValueReplaced, word.c_str(), earlier->second));
+            earlier->second = mNumber;
+        }
         if (contains(format, kUniqueKeyWord)) {
             if (value.empty()) {
                 report(lint::kEmptyUniqueKey);
@@ -145,6 +174,7 @@ private:
     int mFirstPending = 0;
     bool mPendingReported = false;
     std::set<std::string> mFormats;
+    std::map<std::string, int> mValueLines;  // value word -> line that set it last
     std::vector<LintFinding> mFindings;
 };
 

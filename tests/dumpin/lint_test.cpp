@@ -109,8 +109,15 @@ TEST_F(LintTest, ReprocessConfigFindings) {
              "3: read as \"{\"; the rest of the line is ignored\n"
              "4: ignored: too short to be an entry\n"
              "5: missing ',' after the request number\n"
+             "5: request number \"0001;/data/t/gone.bin\" reads as 1\n"
              "5: file \"/data/t/gone.bin\" does not exist\n"
              "6: second \"raw\" in this frame; the first is kept\n"},
+            {"uniqueKey,1\nraw_stride,2\nuniqueKey,3\n{\n raw,0001x,P;/data/t/a.bin\n"
+             "nr3d_x,0001,P;4x\n<END_OF_FRAME>\n}\n",
+             "3: second \"uniqueKey\" line; it replaces line 1\n"
+             "5: request number \"0001x\" reads as 1\n"
+             "5: format \" raw\" has blanks around it; a lookup of \"raw\" never finds it\n"
+             "6: nr3d value \"4x\" reads as 4\n"},
     };
     for (const auto& [text, expected] : cases) {
         EXPECT_EQ(findings(dumpin::lintReprocessConfig, text), expected) << text;
