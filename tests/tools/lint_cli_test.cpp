@@ -84,6 +84,31 @@ TEST_F(LintCliTest, DashReadsStandardInput) {
     EXPECT_EQ(text, "");
 }
 
+TEST_F(LintCliTest, ValuesTheLibraryMisreadsAreFindings) {
+    struct Case {
+        const char* kind;
+        std::string content;
+        std::string finding;
+    } cases[] = {
+            {"dumpin", "uniqueKey;12abc\n", ":1: \"uniqueKey\" value \"12abc\" reads as 12"},
+            {"dumpin", "raw_stride;99999999999999999999\n",
+             ":1: \"raw_stride\" value \"99999999999999999999\" reads as 2147483647"},
+            {"reprocess", "uniqueKey,abc\n", ":1: uniqueKey \"abc\" is not a number"},
+            {"reprocess", "{\nraw,0001,P;/data/a.raw\nraw,0001,P;/data/b.raw\n<END_OF_FRAME>\n}\n",
+             ":3: second \"raw\" in this frame; the first is kept"},
+            {"reprocess", "{\nnr3d_x,0001,P;4x\n<END_OF_FRAME>\n}\n",
+             ":2: nr3d value \"4x\" reads as 4"},
+            {"ndd", "Preview,Default,[Prefix],Capture,AAO,1x,0\n",
+             ":1: enable \"1x\" has trailing text: it reads as 1"},
+    };
+    for (const Case& c : cases) {
+        const std::string path = file("input", c.content);
+        CliRun run = runCli({"lint", c.kind, path});
+        EXPECT_EQ(run.status, 1) << c.kind << " " << c.content;
+        EXPECT_NE(run.out.find(path + c.finding), std::string::npos) << run.out;
+    }
+}
+
 TEST_F(LintCliTest, NamedFilesAreLookedForUnderTheRoot) {
     const std::string named = "/data/vendor/camera_dump/000001234-0041-0120-main-AAO.bin";
     const std::string path = file("replay.cfg", "AAO,120,main,1,0;" + named + "\n");
