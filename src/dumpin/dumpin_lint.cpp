@@ -38,8 +38,8 @@ bool isBlank(const std::string& text) {
 std::string checkPath(const std::string& path) {
     if (path.empty()) return kEmptyPath;
     if (contains(path, kDefaultPath)) return format(kDefaultInPath, path.c_str());
-    struct ::stat st = {};
-    if (fs::stat(path.c_str(), &st) != 0) return format(kNoSuchFile, path.c_str());
+    fs::FileInfo info;
+    if (fs::stat(path.c_str(), &info) != 0) return format(kNoSuchFile, path.c_str());
     return std::string();
 }
 

@@ -43,9 +43,9 @@ constexpr size_t kP1RegVersionOffset = 4;
 std::shared_ptr<const std::vector<uint8_t>> loadP1Reg(const char* name, size_t index,
                                                       const std::string& path) {
     fs::UniqueFd fd(fs::open(path.c_str(), O_RDONLY));
-    struct ::stat st = {};
-    if (!fd.isValid() || fs::stat(path.c_str(), &st) != 0 || st.st_size < 0) return nullptr;
-    auto bytes = std::make_shared<std::vector<uint8_t>>(static_cast<size_t>(st.st_size));
+    fs::FileInfo info;
+    if (!fd.isValid() || fs::stat(path.c_str(), &info) != 0 || info.size > SIZE_MAX) return nullptr;
+    auto bytes = std::make_shared<std::vector<uint8_t>>(static_cast<size_t>(info.size));
     size_t total = 0;
     while (total < bytes->size()) {
         ssize_t got = fs::read(fd.get(), bytes->data() + total, bytes->size() - total);

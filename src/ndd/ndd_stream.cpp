@@ -50,13 +50,13 @@ std::string sensorListText(const std::vector<int>& sensorIds) {
 }
 
 bool isDirectory(const std::string& path) {
-    struct stat st;
-    return fs::stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
+    fs::FileInfo info;
+    return fs::stat(path.c_str(), &info) == 0 && info.isDirectory();
 }
 
 bool isRegularFile(const std::string& path) {
-    struct stat st;
-    return fs::stat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode);
+    fs::FileInfo info;
+    return fs::stat(path.c_str(), &info) == 0 && info.isRegular();
 }
 
 // Copies `from` to `to` byte for byte; open failures are not reported.

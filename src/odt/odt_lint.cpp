@@ -196,8 +196,8 @@ private:
 }  // namespace
 
 bool regularFileExists(const std::string& path) {
-    struct ::stat st = {};
-    return camtune::fs::stat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode);
+    camtune::fs::FileInfo info;
+    return camtune::fs::stat(path.c_str(), &info) == 0 && info.isRegular();
 }
 
 std::vector<LintFinding> lintReplayConfig(std::istream& in, FileExists exists) {

@@ -3,6 +3,8 @@
 #include "camtune/platform/fs.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 #include <array>
@@ -174,28 +176,40 @@ int makePath(const char* path, mode_t mode) {
     return 0;
 }
 
-int stat(const char* path, struct ::stat* st) {
-    if (injectFault(testing::Op::Stat)) return -1;
-    return ::stat(hostPath(path).c_str(), st);
+bool FileInfo::isRegular() const {
+    return S_ISREG(mode);
 }
 
-int statvfs(const char* path, struct ::statvfs* st) {
+bool FileInfo::isDirectory() const {
+    return S_ISDIR(mode);
+}
+
+int stat(const char* path, FileInfo* info) {
+    if (injectFault(testing::Op::Stat)) return -1;
+    struct ::stat st = {};
+    if (::stat(hostPath(path).c_str(), &st) != 0) return -1;
+    info->size = static_cast<uint64_t>(st.st_size);
+    info->modifiedSeconds = static_cast<int64_t>(st.st_mtime);
+    info->mode = static_cast<uint32_t>(st.st_mode);
+    return 0;
+}
+
+int statvfs(const char* path, SpaceInfo* info) {
     if (injectFault(testing::Op::Statvfs)) return -1;
-    int result = ::statvfs(hostPath(path).c_str(), st);
-    if (result == 0 && gArmed.load(std::memory_order_acquire)) {
+    struct ::statvfs st = {};
+    if (::statvfs(hostPath(path).c_str(), &st) != 0) return -1;
+    info->blockSize = static_cast<uint64_t>(st.f_bsize);
+    info->freeBytes = static_cast<uint64_t>(st.f_bfree) * st.f_bsize;
+    info->availableBytes = static_cast<uint64_t>(st.f_bavail) * st.f_bsize;
+    if (gArmed.load(std::memory_order_acquire)) {
         Faults& f = faults();
         std::lock_guard<std::mutex> guard(f.lock);
         if (f.freeSpaceSet) {
-            // Report the chosen bytes as blocks of one byte when they fit the field, else as
-            // 4 KiB blocks.
-            bool fits = f.freeSpace <= static_cast<uint64_t>(static_cast<fsblkcnt_t>(-1));
-            st->f_bsize = fits ? 1 : 4096;
-            st->f_frsize = st->f_bsize;
-            st->f_bfree = static_cast<fsblkcnt_t>(fits ? f.freeSpace : f.freeSpace / 4096);
-            st->f_bavail = st->f_bfree;
+            info->freeBytes = f.freeSpace;
+            info->availableBytes = f.freeSpace;
         }
     }
-    return result;
+    return 0;
 }
 
 DIR* opendir(const char* path) {

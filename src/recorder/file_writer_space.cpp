@@ -38,11 +38,10 @@ bool formatFits(int n) {
 void FileWriter::reserveSpace(bool quiet) {
     char path[kPathBufferSize];
     std::snprintf(path, sizeof(path), "%s/", mFolder.c_str());
-    struct ::statvfs vfs {};
-    if (fs::statvfs(path, &vfs) != 0) return;
+    fs::SpaceInfo space;
+    if (fs::statvfs(path, &space) != 0) return;
     // Free blocks including the superuser's reserve: the log may use them too.
-    uint64_t freeBytes = static_cast<uint64_t>(vfs.f_bfree) * static_cast<uint64_t>(vfs.f_bsize);
-    if (freeBytes > kFreeSpaceFloor) return;
+    if (space.freeBytes > kFreeSpaceFloor) return;
 
     std::vector<std::unique_ptr<DeletionCandidate>> candidates;
     {
@@ -55,11 +54,11 @@ void FileWriter::reserveSpace(bool quiet) {
             int n = std::snprintf(path, sizeof(path), "%s/%s", mFolder.c_str(), name);
             // A cut path could name another file; never delete what was not listed.
             if (!formatFits(n)) continue;
-            struct ::stat st {};
-            if (fs::stat(path, &st) != 0 || !S_ISREG(st.st_mode)) continue;
+            fs::FileInfo info;
+            if (fs::stat(path, &info) != 0 || !info.isRegular()) continue;
             candidates.push_back(std::make_unique<DeletionCandidate>(
-                    DeletionCandidate{static_cast<uint32_t>(st.st_size),
-                                      static_cast<int32_t>(st.st_mtim.tv_sec), path}));
+                    DeletionCandidate{static_cast<uint32_t>(info.size),
+                                      static_cast<int32_t>(info.modifiedSeconds), path}));
         }
     }
     std::sort(candidates.begin(), candidates.end(),
@@ -70,8 +69,8 @@ void FileWriter::reserveSpace(bool quiet) {
         if (!quiet && log::isEnabled(kUnlinkDetailLevel)) {
             CAM_LOGW("[%s] Storage full. Unlinked: %s", __func__, candidate->path.c_str());
         }
-        freeBytes += candidate->size;
-        if (freeBytes > kFreeSpaceFloor) break;
+        space.freeBytes += candidate->size;
+        if (space.freeBytes > kFreeSpaceFloor) break;
     }
 }
 

@@ -73,13 +73,13 @@ TEST(FsFaults, ArmedOperationFailsTheGivenNumberOfTimesWithTheGivenErrno) {
             {Op::Mkdir, [] { return fs::mkdir("/d/new", 0755) == 0 || errno == EEXIST; }},
             {Op::Stat,
              [] {
-                 struct ::stat st;
-                 return fs::stat("/d/file", &st) == 0;
+                 fs::FileInfo info;
+                 return fs::stat("/d/file", &info) == 0;
              }},
             {Op::Statvfs,
              [] {
-                 struct ::statvfs st;
-                 return fs::statvfs("/d", &st) == 0;
+                 fs::SpaceInfo space;
+                 return fs::statvfs("/d", &space) == 0;
              }},
             {Op::Opendir,
              [] { return std::unique_ptr<DIR, fs::DirCloser>(fs::opendir("/d")) != nullptr; }},
@@ -140,21 +140,22 @@ TEST(FsListing, EntryNamesOfAFolder) {
     EXPECT_EQ(names, (std::vector<std::string>{".", "..", "one", "two"}));
 }
 
-TEST(FsFaults, ChosenFreeSpaceIsReportedAsBlocksTimesBlockSize) {
+TEST(FsFaults, ChosenFreeSpaceIsReportedUntilCleared) {
     test::TempRoot root;
     ASSERT_EQ(fs::makePath("/d", 0755), 0);
     for (uint64_t bytes :
          {uint64_t{0}, uint64_t{293601280}, uint64_t{293601281}, uint64_t{1} << 40}) {
         fs::testing::setFreeSpace(bytes);
-        struct ::statvfs st;
-        ASSERT_EQ(fs::statvfs("/d/", &st), 0);
-        uint64_t reported = static_cast<uint64_t>(st.f_bfree) * st.f_bsize;
-        EXPECT_EQ(reported, bytes);
+        fs::SpaceInfo space;
+        ASSERT_EQ(fs::statvfs("/d/", &space), 0);
+        EXPECT_EQ(space.freeBytes, bytes);
+        EXPECT_EQ(space.availableBytes, bytes);
     }
     fs::testing::clearFreeSpace();
-    struct ::statvfs st;
-    ASSERT_EQ(fs::statvfs("/d/", &st), 0);
-    EXPECT_GT(st.f_bsize, 1u);
+    fs::SpaceInfo space;
+    ASSERT_EQ(fs::statvfs("/d/", &space), 0);
+    EXPECT_GT(space.blockSize, 1u);
+    EXPECT_GE(space.freeBytes, space.availableBytes);
 }
 
 TEST(FsInput, OpenInputReadsInsideTheRoot) {

@@ -143,8 +143,9 @@ public:
         result->bytes = mBytes;
         result->queueHighWater = mHighWater;
         for (const auto& [path, size] : mExpected) {
-            struct stat st;
-            if (fs::stat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode) && st.st_size == size) {
+            fs::FileInfo info;
+            if (fs::stat(path.c_str(), &info) == 0 && info.isRegular() &&
+                info.size == static_cast<uint64_t>(size)) {
                 ++result->written;
             } else {
                 ++result->failed;

@@ -9,8 +9,6 @@
 #pragma once
 
 #include <dirent.h>
-#include <sys/stat.h>
-#include <sys/statvfs.h>
 #include <sys/types.h>
 
 #include <cstdint>
@@ -20,6 +18,23 @@
 
 namespace camtune {
 namespace fs {
+
+// What stat reports, in fields of one size on every build: `struct stat` changes layout with
+// _FILE_OFFSET_BITS on 32-bit builds, so it cannot cross this interface.
+struct FileInfo {
+    uint64_t size = 0;
+    int64_t modifiedSeconds = 0;  // since the epoch
+    uint32_t mode = 0;            // type and permission bits, as st_mode
+    bool isRegular() const;
+    bool isDirectory() const;
+};
+
+// What statvfs reports, in bytes.
+struct SpaceInfo {
+    uint64_t freeBytes = 0;       // including the superuser's reserve
+    uint64_t availableBytes = 0;  // to unprivileged processes
+    uint64_t blockSize = 0;
+};
 
 // The path an operation on `path` really touches (the CAMTUNE_ROOT remapping).
 std::string hostPath(const char* path);
@@ -39,8 +54,8 @@ int mkdir(const char* path, mode_t mode);
 // Creates `path` and every missing parent folder (the owner always gets rwx on the folders it
 // creates). Returns 0 when the folder exists afterwards.
 int makePath(const char* path, mode_t mode);
-int stat(const char* path, struct ::stat* st);
-int statvfs(const char* path, struct ::statvfs* st);
+int stat(const char* path, FileInfo* info);
+int statvfs(const char* path, SpaceInfo* info);
 DIR* opendir(const char* path);
 // Name of the next entry of `dir`, or null at the end (large-file safe on 32-bit builds).
 const char* readdirName(DIR* dir);
@@ -100,7 +115,7 @@ enum class Op { Open, Write, Read, Fsync, Fopen, Mkdir, Stat, Statvfs, Opendir, 
 // After `passes` more calls of `op` succeed, the next `count` calls fail with `err` (errno)
 // without touching the file system.
 void failNext(Op op, int count, int err, int passes = 0);
-// statvfs reports `bytes` of free space (f_bfree * f_bsize) until clearFreeSpace().
+// statvfs reports `bytes` of free and available space until clearFreeSpace().
 void setFreeSpace(uint64_t bytes);
 void clearFreeSpace();
 // Removes every armed fault and the free-space override.
