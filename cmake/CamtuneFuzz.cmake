@@ -7,8 +7,7 @@ file(GLOB camtune_fuzz_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/fuzz/*_fu
 foreach(source ${camtune_fuzz_sources})
     get_filename_component(name ${source} NAME_WE)
     add_executable(${name} ${source})
-    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/src)
-    target_link_libraries(${name} PRIVATE camtune)
+    target_link_libraries(${name} PRIVATE camtune_internal)
     target_link_options(${name} PRIVATE -fsanitize=fuzzer)
 
     set(work_corpus ${PROJECT_BINARY_DIR}/fuzz-corpus/${name})

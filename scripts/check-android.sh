@@ -86,7 +86,7 @@ done
 
 linked=""
 if (($# > 0)); then
-    objects_dir=$1/src/CMakeFiles/camtune.dir
+    objects_dir=$1/src/CMakeFiles/camtune_objects.dir
     [[ -d $objects_dir ]] || fail "$objects_dir missing: build the library first"
     mapfile -t objects < <(find "$objects_dir" -name '*.o' ! -path '*/platform/host/*' | sort)
     for source in "${android_sources[@]}"; do

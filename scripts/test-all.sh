@@ -49,6 +49,7 @@ for preset in "${PRESETS[@]}"; do
     step "build $preset" cmake --build --preset "$preset"
     step "test $preset" run_tests "$preset"
 done
+step "exported symbols" scripts/check-exports.sh "$repo/build/default"
 step "Android backend link check" scripts/check-android.sh "$repo/build/default"
 step "installed-package consumer" scripts/check-consumer.sh "$repo/build/default"
 

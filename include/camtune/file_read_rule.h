@@ -15,7 +15,10 @@
 #include <string>
 #include <vector>
 
+#include "camtune/export.h"
 #include "camtune/naming.h"
+
+CAMTUNE_EXPORT_BEGIN
 
 namespace NSCam {
 class IImageBuffer;
@@ -167,3 +170,5 @@ int DumpRegForDP(const char* fileName, const void* data, int size);
 
 }  // namespace TuningUtils
 }  // namespace NSCam
+
+CAMTUNE_EXPORT_END

@@ -3,6 +3,10 @@
 
 #include <cstdint>
 
+#include "camtune/export.h"
+
+CAMTUNE_EXPORT_BEGIN
+
 namespace NSIspTuning {
 
 // Dimensions of a tuning mapping info. Only those with a name table are listed; the others are
@@ -42,3 +46,5 @@ public:
 private:
     bool enabled;
 };
+
+CAMTUNE_EXPORT_END

@@ -6,6 +6,10 @@
 
 #include <cstdint>
 
+#include "camtune/export.h"
+
+CAMTUNE_EXPORT_BEGIN
+
 namespace NSCam {
 class IMetadata;
 class IImageBuffer;
@@ -118,3 +122,5 @@ CAMTUNE_DATA_FILE_NAME(AIGA)
 
 }  // namespace TuningUtils
 }  // namespace NSCam
+
+CAMTUNE_EXPORT_END

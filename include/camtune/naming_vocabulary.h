@@ -14,6 +14,10 @@
 #include <cstdint>
 #include <string>
 
+#include "camtune/export.h"
+
+CAMTUNE_EXPORT_BEGIN
+
 #define CAMTUNE_NAMING_ENUM_ROW(array, row) array##_##row,
 #define CAMTUNE_NAMING_TEXT_ROW(array, row) #row,
 #define CAMTUNE_NAMING_ARRAY(Type, array, ROWS)                               \
@@ -332,3 +336,5 @@ CAMTUNE_NAMING_ARRAY(NamingYesNoB, NAMING_YES_NO_B, CAMTUNE_NAMING_YES_NO_B_ROWS
 #undef CAMTUNE_NAMING_STAGE_ROWS
 #undef CAMTUNE_NAMING_INDEX_5B_ROWS
 #undef CAMTUNE_NAMING_YES_NO_B_ROWS
+
+CAMTUNE_EXPORT_END

@@ -15,9 +15,13 @@
 #include <string>
 #include <vector>
 
+#include "camtune/export.h"
+
 // Row lists in index order. Appending is safe; reordering renumbers the enumeration and changes
 // every configuration key that names a row.
 // clang-format off
+CAMTUNE_EXPORT_BEGIN
+
 #define CAMTUNE_NDD_CATEGORY_ROWS(ROW) ROW(Capture) ROW(Streaming)
 
 #define CAMTUNE_NDD_MODULE_ROWS(ROW) \
@@ -357,3 +361,5 @@ private:
 
 }  // namespace TuningUtils
 }  // namespace NSCam
+
+CAMTUNE_EXPORT_END

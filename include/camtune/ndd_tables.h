@@ -9,7 +9,10 @@
 #include <cstddef>
 #include <string>
 
+#include "camtune/export.h"
 #include "camtune/ndd.h"
+
+CAMTUNE_EXPORT_BEGIN
 
 namespace NSCam {
 namespace TuningUtils {
@@ -86,3 +89,5 @@ private:
 
 }  // namespace TuningUtils
 }  // namespace NSCam
+
+CAMTUNE_EXPORT_END

@@ -15,7 +15,10 @@
 #include <string>
 #include <vector>
 
+#include "camtune/export.h"
 #include "camtune/ndd.h"
+
+CAMTUNE_EXPORT_BEGIN
 
 namespace NSCam {
 namespace TuningUtils {
@@ -100,3 +103,5 @@ public:
 
 }  // namespace TuningUtils
 }  // namespace NSCam
+
+CAMTUNE_EXPORT_END

@@ -8,6 +8,10 @@
 
 #include <cstdint>
 
+#include "camtune/export.h"
+
+CAMTUNE_EXPORT_BEGIN
+
 namespace NSCam {
 class IMetadata;
 }  // namespace NSCam
@@ -67,3 +71,5 @@ public:
 }  // namespace scenariorecorder
 }  // namespace TuningUtils
 }  // namespace NSCam
+
+CAMTUNE_EXPORT_END

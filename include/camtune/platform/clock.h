@@ -8,6 +8,10 @@
 
 #include <ctime>
 
+#include "camtune/export.h"
+
+CAMTUNE_EXPORT_BEGIN
+
 namespace camtune {
 namespace clock {
 
@@ -28,3 +32,5 @@ void reset();
 }  // namespace testing
 }  // namespace clock
 }  // namespace camtune
+
+CAMTUNE_EXPORT_END

@@ -6,6 +6,10 @@
 #include <cstddef>
 #include <memory>
 
+#include "camtune/export.h"
+
+CAMTUNE_EXPORT_BEGIN
+
 namespace NSCam {
 
 class IFileHandle {
@@ -25,3 +29,5 @@ public:
 };
 
 }  // namespace NSCam
+
+CAMTUNE_EXPORT_END

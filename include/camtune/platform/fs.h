@@ -16,6 +16,10 @@
 #include <fstream>
 #include <string>
 
+#include "camtune/export.h"
+
+CAMTUNE_EXPORT_BEGIN
+
 namespace camtune {
 namespace fs {
 
@@ -124,3 +128,5 @@ void reset();
 }  // namespace testing
 }  // namespace fs
 }  // namespace camtune
+
+CAMTUNE_EXPORT_END

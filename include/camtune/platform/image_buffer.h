@@ -8,7 +8,10 @@
 #include <string>
 #include <vector>
 
+#include "camtune/export.h"
 #include "camtune/platform/image_format.h"
+
+CAMTUNE_EXPORT_BEGIN
 
 namespace NSCam {
 
@@ -112,3 +115,5 @@ private:
 };
 
 }  // namespace NSCam
+
+CAMTUNE_EXPORT_END

@@ -8,6 +8,10 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "camtune/export.h"
+
+CAMTUNE_EXPORT_BEGIN
+
 namespace NSCam {
 
 // Platform image-format codes.
@@ -102,3 +106,5 @@ const char* dumpExtension(int32_t code);
 size_t imageBitsPerPixel(int32_t code);
 
 }  // namespace NSCam
+
+CAMTUNE_EXPORT_END

@@ -8,6 +8,10 @@
 #include <cstdarg>
 #include <functional>
 
+#include "camtune/export.h"
+
+CAMTUNE_EXPORT_BEGIN
+
 namespace camtune {
 namespace log {
 
@@ -50,3 +54,5 @@ const char* levelLetter(Level level);
 #define CAM_LOGI(fmt, ...) CAMTUNE_LOG_AT(::camtune::log::Level::Info, fmt, ##__VA_ARGS__)
 #define CAM_LOGW(fmt, ...) CAMTUNE_LOG_AT(::camtune::log::Level::Warn, fmt, ##__VA_ARGS__)
 #define CAM_LOGE(fmt, ...) CAMTUNE_LOG_AT(::camtune::log::Level::Error, fmt, ##__VA_ARGS__)
+
+CAMTUNE_EXPORT_END

@@ -11,6 +11,10 @@
 #include <type_traits>
 #include <vector>
 
+#include "camtune/export.h"
+
+CAMTUNE_EXPORT_BEGIN
+
 namespace NSCam {
 
 enum class MetaType : uint8_t { None, Uint8, Int32, Int64, Float, Double };
@@ -128,3 +132,5 @@ private:
 };
 
 }  // namespace NSCam
+
+CAMTUNE_EXPORT_END

@@ -7,6 +7,10 @@
 
 #include <cstdint>
 
+#include "camtune/export.h"
+
+CAMTUNE_EXPORT_BEGIN
+
 namespace NSCam {
 namespace Utils {
 namespace Properties {
@@ -30,3 +34,5 @@ int property_set(const char* key, const char* value);
 }  // namespace Properties
 }  // namespace Utils
 }  // namespace NSCam
+
+CAMTUNE_EXPORT_END

@@ -4,6 +4,10 @@
 #include <cstdint>
 #include <vector>
 
+#include "camtune/export.h"
+
+CAMTUNE_EXPORT_BEGIN
+
 namespace NSCam {
 
 struct SensorStaticInfo {
@@ -41,3 +45,5 @@ void setSensorListAvailable(bool available);
 
 }  // namespace host
 }  // namespace NSCam
+
+CAMTUNE_EXPORT_END

@@ -1,6 +1,10 @@
 // Naming and prioritising the calling thread.
 #pragma once
 
+#include "camtune/export.h"
+
+CAMTUNE_EXPORT_BEGIN
+
 namespace camtune {
 namespace thread {
 
@@ -17,3 +21,5 @@ int priority();
 
 }  // namespace thread
 }  // namespace camtune
+
+CAMTUNE_EXPORT_END

@@ -4,6 +4,10 @@
 // Perfetto UI). When tracing is off a section costs one flag test.
 #pragma once
 
+#include "camtune/export.h"
+
+CAMTUNE_EXPORT_BEGIN
+
 namespace camtune {
 namespace trace {
 
@@ -29,3 +33,5 @@ private:
 
 }  // namespace trace
 }  // namespace camtune
+
+CAMTUNE_EXPORT_END
