@@ -173,7 +173,8 @@ void ScenarioRecorder::openFileWriter(FileWriter* writer, const char* kind) {
 
 ScenarioRecorder::Stats ScenarioRecorder::stats() const {
     std::lock_guard<std::mutex> guard(mLock);
-    return Stats{mToBeFlushed.size(), mWritingList.size(), mEmptyBuffers.size(), mActive.size()};
+    return Stats{mToBeFlushed.size(), mWritingList.size(), mEmptyBuffers.size(), mActive.size(),
+                 mProducerWaits};
 }
 
 bool ScenarioRecorder::waitUntilIdle(std::chrono::milliseconds timeout) {

@@ -75,6 +75,7 @@ public:
         size_t writingList;
         size_t emptyBuffers;
         size_t active;
+        size_t producerWaits;  // times the service thread waited for a record still being copied
     };
 
     // Sets the calling thread's nice value; returns 0 or a negative errno.
@@ -186,6 +187,7 @@ private:
     std::unordered_map<int64_t, std::unique_ptr<LifeCycleControl>> mLifeCycles;
     // Lets producers skip the life-cycle lock while no capture request is tracked.
     std::atomic<size_t> mLifeCycleCount{0};
+    size_t mProducerWaits = 0;  // under mLock
     std::atomic<bool> mRunning{false};
     std::condition_variable mWakeUp;
     std::condition_variable mProgress;  // signalled when the queues shrink

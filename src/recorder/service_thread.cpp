@@ -78,6 +78,7 @@ void ScenarioRecorder::waitForProducers(std::unique_lock<std::mutex>& lock, Buff
     // sealed one, and its line must be whole before it is read.
     for (Buffer* b = first; b != nullptr; b = b->successor.get()) {
         while (b->pendingWriters.load(std::memory_order_acquire) > 0) {
+            ++mProducerWaits;
             mWakeUp.wait_for(lock, std::chrono::milliseconds(kPendingWaitSliceMs));
         }
     }

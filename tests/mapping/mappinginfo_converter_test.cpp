@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "camtune/naming_vocabulary.h"
@@ -82,18 +81,6 @@ TEST_F(ConverterTest, DebugLinesOnlyWhenEnabled) {
         }
         EXPECT_EQ(texts, enable ? enabledLines : std::vector<std::string>{});
     }
-}
-
-TEST_F(ConverterTest, OneInstanceForEveryThread) {
-    constexpr int kThreads = 4;
-    std::vector<MappinginfoConverter*> seen(kThreads);
-    std::vector<std::thread> threads;
-    for (int i = 0; i < kThreads; ++i) {
-        threads.emplace_back([i, &seen] { seen[i] = MappinginfoConverter::createInstance(); });
-    }
-    for (std::thread& t : threads) t.join();
-    for (MappinginfoConverter* p : seen) EXPECT_EQ(p, MappinginfoConverter::createInstance());
-    EXPECT_STREQ(seen[0]->factorToString(dim(15), 190), "VAINR_CORE");
 }
 
 }  // namespace

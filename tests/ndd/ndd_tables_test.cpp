@@ -4,7 +4,6 @@
 
 #include <set>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace NSCam {
@@ -158,16 +157,6 @@ TEST(NddTablesTest, RecordsWithAndWithoutOptionalFields) {
     full.dualCamId = eDualCamId_Master;
     EXPECT_EQ("000001234-0005-0067-main-stg_2exp_ne_se-ShtExp-E2-Master-PW4000-PH3000-BW5000",
               expand(full, rules));
-}
-
-TEST(NddTablesTest, OneInstanceForEveryThread) {
-    std::vector<Tables*> seen(8, nullptr);
-    std::vector<std::thread> threads;
-    for (size_t i = 0; i < seen.size(); ++i) {
-        threads.emplace_back([&seen, i] { seen[i] = Tables::getInstance(); });
-    }
-    for (std::thread& t : threads) t.join();
-    for (Tables* instance : seen) EXPECT_EQ(Tables::getInstance(), instance);
 }
 
 }  // namespace

@@ -361,9 +361,10 @@ TEST_F(RecorderTest, ChainedBuffersWriteAllHeadlinesOnTheFirstLine) {
     EXPECT_EQ(second->spaceLeft, 262144u - 44u);  // no headline record of its own
     EXPECT_EQ(recorder.stats().writingList, 1u);
 
-    // A record still being copied into the successor holds the whole chain back (long enough
-    // for a thread that did not wait to have written it).
-    whileHeld(1, 2, [] { std::this_thread::sleep_for(100ms); });
+    // A record still being copied into the successor holds the whole chain back: the service
+    // thread waits for it instead of writing the chain without it.
+    whileHeld(1, 2,
+              [&] { EXPECT_TRUE(eventually([&] { return recorder.stats().producerWaits > 0; })); });
     expected.push_back("held");
     ASSERT_TRUE(recorder.waitUntilIdle(20s));
     EXPECT_EQ(linesOf("preview"), expected);
