@@ -35,11 +35,34 @@ constexpr uint32_t kMinRecordSize = kRecordHeaderSize + 4;
 
 }  // namespace
 
-ScenarioRecorder::BufferPtr ScenarioRecorder::takeEmptyBuffer() {
-    if (mEmptyBuffers.empty()) return std::make_unique<Buffer>();
-    BufferPtr buffer = std::move(mEmptyBuffers.back());
-    mEmptyBuffers.pop_back();
+ScenarioRecorder::BufferPtr ScenarioRecorder::takeEmptyBuffer(std::vector<BufferPtr>& spares) {
+    BufferPtr buffer;
+    if (!spares.empty()) {
+        buffer = std::move(spares.back());
+        spares.pop_back();
+    } else if (!mEmptyBuffers.empty()) {
+        buffer = std::move(mEmptyBuffers.back());
+        mEmptyBuffers.pop_back();
+    } else {
+        buffer = std::make_unique<Buffer>();  // not reached: allocLogSpace provides enough
+    }
     return buffer;
+}
+
+size_t ScenarioRecorder::buffersNeeded(int64_t key, uint32_t recordSize) const {
+    // A new request takes a fresh buffer, whose headline record comes first.
+    size_t needed = 1;
+    uint32_t space = kDataAreaSize - kHeadlineRecordSize;
+    auto it = mActive.find(key);
+    if (it != mActive.end()) {
+        const Buffer* tail = it->second.get();
+        while (tail->successor) tail = tail->successor.get();
+        const bool headlineDue = tail->isEmpty() && tail->needsHeadlineRecord;
+        space = tail->spaceLeft - (headlineDue ? kHeadlineRecordSize : 0);
+        needed = 0;
+    }
+    // A record that does not fit continues the request in a chained buffer.
+    return needed + (space < recordSize ? 1 : 0);
 }
 
 bool ScenarioRecorder::allocLogSpace(int uniqueKey, int requestNo, unsigned size,
@@ -51,13 +74,24 @@ bool ScenarioRecorder::allocLogSpace(int uniqueKey, int requestNo, unsigned size
     uint32_t recordSize =
             rounded < kMinRecordSize ? kMinRecordSize : static_cast<uint32_t>(rounded);
 
-    std::lock_guard<std::mutex> guard(mLock);
-    if (mStopped) return false;
-    int64_t key = makeKey(uniqueKey, requestNo);
+    const int64_t key = makeKey(uniqueKey, requestNo);
+    // A buffer holds 256 KiB: when the pool runs short, they are allocated with the lock
+    // released, and whatever is left over is pooled or freed after it is released again.
+    std::vector<BufferPtr> spares;
+    std::unique_lock<std::mutex> lock(mLock);
+    for (;;) {
+        if (mStopped) return false;
+        const size_t needed = buffersNeeded(key, recordSize);
+        if (needed <= mEmptyBuffers.size() + spares.size()) break;
+        const size_t missing = needed - mEmptyBuffers.size() - spares.size();
+        lock.unlock();
+        for (size_t i = 0; i < missing; ++i) spares.push_back(std::make_unique<Buffer>());
+        lock.lock();
+    }
     Buffer* target = nullptr;
     auto it = mActive.find(key);
     if (it == mActive.end()) {
-        BufferPtr fresh = takeEmptyBuffer();
+        BufferPtr fresh = takeEmptyBuffer(spares);
         fresh->allocTime = camtune::clock::realtime();
         fresh->key = key;
         writeNDDToHeadline(fresh.get(), uniqueKey, requestNo);
@@ -75,7 +109,7 @@ bool ScenarioRecorder::allocLogSpace(int uniqueKey, int requestNo, unsigned size
     }
     if (target->spaceLeft < recordSize) {
         // Records never straddle buffers: the request continues in a chained one.
-        BufferPtr next = takeEmptyBuffer();
+        BufferPtr next = takeEmptyBuffer(spares);
         next->key = key;
         next->allocTime = target->allocTime;
         next->needsHeadlineRecord = 0;
@@ -87,6 +121,10 @@ bool ScenarioRecorder::allocLogSpace(int uniqueKey, int requestNo, unsigned size
     *header = target->reserve(recordSize);
     target->pendingWriters.fetch_add(1, std::memory_order_relaxed);
     *buffer = target;
+    while (!spares.empty() && mEmptyBuffers.size() < kMaxEmptyBuffers) {
+        mEmptyBuffers.push_back(std::move(spares.back()));
+        spares.pop_back();
+    }
     return true;
 }
 

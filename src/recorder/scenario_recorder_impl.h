@@ -165,7 +165,11 @@ private:
     // recorded), removing their files when nothing was written to them.
     void dropIdleCaptureWriters(const std::vector<int64_t>& keys);
     // Takes a recycled buffer or makes a new one. Main lock held.
-    BufferPtr takeEmptyBuffer();
+    // A buffer from `spares`, else from the pool. Called with mLock held.
+    BufferPtr takeEmptyBuffer(std::vector<BufferPtr>& spares);
+    // Buffers a record of `recordSize` bytes for request `key` takes that it does not hold yet
+    // (0 to 2). Called with mLock held.
+    size_t buffersNeeded(int64_t key, uint32_t recordSize) const;
     void recycle(BufferPtr buffer);
     // True while a producer is still copying into a buffer of the chain.
     static bool isBusy(const Buffer* first);
