@@ -8,8 +8,8 @@
 #include "camtune/file_read_rule.h"
 #include "camtune/platform/image_buffer.h"
 #include "camtune/platform/properties.h"
-#include "dumpin/lint.h"
 #include "fuzz_support.h"
+#include "lint/dumpin_lint.h"
 #include "platform/property_registry.h"
 
 namespace {

@@ -10,7 +10,7 @@
 
 #include "camtune/odt.h"
 #include "fuzz_support.h"
-#include "odt/odt_lint.h"
+#include "lint/odt_lint.h"
 #include "platform/property_registry.h"
 
 namespace {

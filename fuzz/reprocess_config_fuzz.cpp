@@ -9,8 +9,8 @@
 #include <string>
 
 #include "camtune/file_read_rule.h"
-#include "dumpin/lint.h"
 #include "fuzz_support.h"
+#include "lint/dumpin_lint.h"
 #include "platform/property_registry.h"
 
 namespace {

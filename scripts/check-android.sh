@@ -75,7 +75,7 @@ done
 for folder in src/*/ tests/*/; do
     folder=${folder%/}
     case $folder in
-        src/platform | tests/support | tests/consumer | tests/tools) continue ;;
+        src/platform | tests/support | tests/consumer | tests/tools | tests/lint) continue ;;
     esac
     files=("$folder"/*.cpp)
     ((${#files[@]} > 0)) || continue

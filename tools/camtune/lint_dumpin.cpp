@@ -1,5 +1,5 @@
 // camtune lint dumpin FILE: what the dump-in readers would skip or misread in a list.
-#include "dumpin/lint.h"
+#include "lint/dumpin_lint.h"
 #include "lint_command.h"
 
 namespace camtune {

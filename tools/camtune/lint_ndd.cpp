@@ -1,6 +1,6 @@
 // camtune lint ndd FILE: what NDD would reject, stop at or misread in a configuration file.
+#include "lint/ndd_lint.h"
 #include "lint_command.h"
-#include "ndd/ndd_lint.h"
 
 namespace camtune {
 namespace cli {

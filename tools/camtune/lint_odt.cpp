@@ -1,7 +1,7 @@
 // camtune lint odt FILE: the lines of a replay configuration that on-device tuning would reject
 // or misread.
+#include "lint/odt_lint.h"
 #include "lint_command.h"
-#include "odt/odt_lint.h"
 
 namespace camtune {
 namespace cli {

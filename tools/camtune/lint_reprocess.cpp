@@ -1,5 +1,5 @@
 // camtune lint reprocess FILE: what initReprocInfo would skip or misread in a configuration.
-#include "dumpin/lint.h"
+#include "lint/dumpin_lint.h"
 #include "lint_command.h"
 
 namespace camtune {

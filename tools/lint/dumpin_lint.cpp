@@ -1,4 +1,6 @@
 // Check of a dump-in list, line by line, with the library's own parsing.
+#include "lint/dumpin_lint.h"
+
 #include <cstdarg>
 #include <cstdio>
 #include <map>
@@ -7,10 +9,9 @@
 #include "camtune/file_read_rule.h"
 #include "camtune/platform/fs.h"
 #include "dumpin/line_scanner.h"
-#include "dumpin/lint.h"
-#include "dumpin/lint_messages.h"
 #include "dumpin/list_text.h"
 #include "dumpin/list_vocabulary.h"
+#include "lint/dumpin_lint_messages.h"
 
 namespace camtune {
 namespace dumpin {

@@ -1,4 +1,4 @@
-#include "odt/odt_lint.h"
+#include "lint/odt_lint.h"
 
 #include <algorithm>
 #include <exception>

@@ -1,11 +1,11 @@
 // The list and configuration checks behind `camtune lint dumpin` and `camtune lint reprocess`.
-#include "dumpin/lint.h"
+#include "lint/dumpin_lint.h"
 
 #include <cstdio>
 #include <sstream>
 #include <string>
 
-#include "dumpin_fixture.h"
+#include "dumpin/dumpin_fixture.h"
 
 namespace camtune {
 namespace test {

@@ -6,11 +6,11 @@
 
 #include "camtune/file_read_rule.h"
 #include "dumpin/line_scanner.h"
-#include "dumpin/lint.h"
-#include "dumpin/lint_messages.h"
 #include "dumpin/list_text.h"
 #include "dumpin/list_vocabulary.h"
 #include "dumpin/reprocess_parser.h"
+#include "lint/dumpin_lint.h"
+#include "lint/dumpin_lint_messages.h"
 
 namespace camtune {
 namespace dumpin {

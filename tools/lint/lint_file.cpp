@@ -1,5 +1,5 @@
 // Lint commands: run a check on a file and print what it found.
-#include "dumpin/lint.h"
+#include "lint/dumpin_lint.h"
 
 namespace camtune {
 namespace dumpin {

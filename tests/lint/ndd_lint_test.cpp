@@ -1,5 +1,5 @@
 // The configuration check behind `camtune lint ndd`.
-#include "ndd/ndd_lint.h"
+#include "lint/ndd_lint.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "ndd/ndd_lint.h"
+#include "lint/ndd_lint.h"
 
 #include <algorithm>
 #include <cerrno>
