@@ -1,6 +1,7 @@
 // Names of dumped raw, YUV and JPEG images.
 #include "camtune/naming.h"
 #include "camtune/platform/image_format.h"
+#include "naming/dump_format_names.h"
 #include "naming/name_elements.h"
 #include "naming/name_steps.h"
 #include "naming/prefix.h"
@@ -23,9 +24,9 @@ int genFileName_RAW(char* buf, int size, const FILE_DUMP_NAMING_HINT* hint, RAW_
     camtune::naming::appendBufferGeometry(writer, *hint);
     camtune::naming::appendExposureLabel(writer, *hint);
     writer.append("__%dx%d_%s_%s", hint->ImgWidth, hint->ImgHeight,
-                  dumpBitDepthName(hint->ImgFormat),
+                  camtune::naming::dumpBitDepthName(hint->ImgFormat),
                   camtune::naming::colourOrderName(hint->SensorFormatOrder));
-    return writer.append(".%s", dumpExtension(hint->ImgFormat));
+    return writer.append(".%s", camtune::naming::dumpExtension(hint->ImgFormat));
 }
 
 int genFileName_YUV(char* buf, int size, const FILE_DUMP_NAMING_HINT* hint, YUV_PORT port,
@@ -41,8 +42,8 @@ int genFileName_YUV(char* buf, int size, const FILE_DUMP_NAMING_HINT* hint, YUV_
     // YUV names never carry the exposure label, and "s0" stands where raw names put the
     // colour-filter order.
     writer.append("__%dx%d_%s_s0", hint->ImgWidth, hint->ImgHeight,
-                  dumpBitDepthName(hint->ImgFormat));
-    return writer.append(".%s", dumpExtension(hint->ImgFormat));
+                  camtune::naming::dumpBitDepthName(hint->ImgFormat));
+    return writer.append(".%s", camtune::naming::dumpExtension(hint->ImgFormat));
 }
 
 int genFileName_JPG(char* buf, int size, const FILE_DUMP_NAMING_HINT* hint,

@@ -8,6 +8,7 @@
 #include "camtune/platform/image_format.h"
 #include "camtune/platform/log.h"
 #include "camtune/platform/sensor_list.h"
+#include "naming/dump_format_names.h"
 #include "ndd/item_names.h"
 #include "ndd/ndd_impl.h"
 #include "ndd/ndd_messages.h"
@@ -69,7 +70,7 @@ std::string Ndd::get_filename(eCategory category, eModule module, NddData& data,
         const std::string field = pattern.substr(open + 1, close - open - 1);
         if (field == kFormatField) {
             if (image != nullptr) {
-                name += dumpExtension(image->getImgFormat());
+                name += camtune::naming::dumpExtension(image->getImgFormat());
             } else {
                 CAM_LOGE("%s", ndd_msg::kFormatOnArray);
             }
@@ -118,7 +119,7 @@ void Ndd::handleimgbuf(NddData& data, IImageBuffer* image) {
     data.width = size.w;
     data.height = size.h;
     // The bit depth file names carry; formats without one report their first plane's.
-    const int namedBits = std::atoi(dumpBitDepthName(format));
+    const int namedBits = std::atoi(camtune::naming::dumpBitDepthName(format));
     data.bitDepth = namedBits > 0 ? namedBits : static_cast<int32_t>(planeBits);
     const ImageFormatInfo* info = findImageFormat(format);
     if (info != nullptr && info->isBayer) {
@@ -126,7 +127,7 @@ void Ndd::handleimgbuf(NddData& data, IImageBuffer* image) {
     }
     CAM_LOGD(ndd_msg::kImageFields, data.paddedWidth, data.paddedHeight, data.bufferWidth,
              data.width, data.height, static_cast<int>(image->getImgBitsPerPixel()),
-             dumpExtension(format), data.bayerOrder);
+             camtune::naming::dumpExtension(format), data.bayerOrder);
 }
 
 }  // namespace TuningUtils

@@ -1,5 +1,5 @@
 // The image-format table. Each row: code, name, planes (bits per pixel, width shift, height
-// shift), the bit-depth name and extension of dump-file names, and whether it is a Bayer raw.
+// shift), and whether it is a Bayer raw.
 #include "camtune/platform/image_format.h"
 
 #include <algorithm>
@@ -15,58 +15,58 @@ constexpr PlaneLayout kFull16{16, 0, 0};
 
 // clang-format off
 constexpr ImageFormatInfo kFormats[] = {
-    {eImgFmt_NV21,          "NV21",          2, {kFull8, {16, 1, 1}},          "8",      "nv21",         false},
-    {eImgFmt_YUY2,          "YUY2",          1, {{16, 0, 0}},                  "8",      "yuy2",         false},
-    {eImgFmt_P010_YUV,      "P010_YUV",      2, {kFull16, {32, 1, 1}},         "16",     "p010yuv",      false},
-    {eImgFmt_NV12,          "NV12",          2, {kFull8, {16, 1, 1}},          "8",      "nv12",         false},
-    {eImgFmt_I420,          "I420",          3, {kFull8, {8, 1, 1}, {8, 1, 1}}, "8",     "i420",         false},
-    {eImgFmt_I422,          "I422",          3, {kFull8, {8, 1, 0}, {8, 1, 0}}, "imgfmt", "unknown",     false},
-    {eImgFmt_Y210_YUYV,     "Y210_YUYV",     1, {{32, 0, 0}},                  "16",     "y210yuyv",     false},
-    {eImgFmt_Y210_YVYU,     "Y210_YVYU",     1, {{32, 0, 0}},                  "16",     "y210yvyu",     false},
-    {eImgFmt_Y210_UYVY,     "Y210_UYVY",     1, {{32, 0, 0}},                  "16",     "y210uyvy",     false},
-    {eImgFmt_Y210_VYUY,     "Y210_VYUY",     1, {{32, 0, 0}},                  "16",     "y210vyuy",     false},
-    {eImgFmt_P210_YUV,      "P210_YUV",      2, {kFull16, {32, 1, 0}},         "16",     "p210yuv",      false},
-    {eImgFmt_P210_YVU,      "P210_YVU",      2, {kFull16, {32, 1, 0}},         "16",     "p210yvu",      false},
-    {eImgFmt_P210,          "P210",          3, {kFull16, {16, 1, 0}, {16, 1, 0}}, "16", "p210",         false},
-    {eImgFmt_P010_YVU,      "P010_YVU",      2, {kFull16, {32, 1, 1}},         "16",     "p010yvu",      false},
-    {eImgFmt_P010,          "P010",          3, {kFull16, {16, 1, 1}, {16, 1, 1}}, "16", "p010",         false},
-    {eImgFmt_NV12_10B,      "NV12_10B",      2, {kFull10, {20, 1, 1}},         "10",     "packed_word",  false},
-    {eImgFmt_NV21_10B,      "NV21_10B",      2, {kFull10, {20, 1, 1}},         "10",     "packed_word",  false},
-    {eImgFmt_NV16_10B,      "NV16_10B",      2, {kFull10, {20, 1, 0}},         "10",     "packed_word",  false},
-    {eImgFmt_NV61_10B,      "NV61_10B",      2, {kFull10, {20, 1, 0}},         "10",     "packed_word",  false},
-    {eImgFmt_YUYV_10B,      "YUYV_10B",      1, {{20, 0, 0}},                  "10",     "packed_word",  false},
-    {eImgFmt_YVYU_10B,      "YVYU_10B",      1, {{20, 0, 0}},                  "10",     "packed_word",  false},
-    {eImgFmt_UYVY_10B,      "UYVY_10B",      1, {{20, 0, 0}},                  "10",     "packed_word",  false},
-    {eImgFmt_VYUY_10B,      "VYUY_10B",      1, {{20, 0, 0}},                  "10",     "packed_word",  false},
-    {eImgFmt_I420_10B,      "I420_10B",      3, {kFull10, {10, 1, 1}, {10, 1, 1}}, "10", "packed_word",  false},
-    {eImgFmt_YV12_10B,      "YV12_10B",      3, {kFull10, {10, 1, 1}, {10, 1, 1}}, "10", "packed_word",  false},
-    {eImgFmt_P012_YUV,      "P012_YUV",      2, {kFull16, {32, 1, 1}},         "16",     "p012yuv",      false},
-    {eImgFmt_P012_YVU,      "P012_YVU",      2, {kFull16, {32, 1, 1}},         "16",     "p012yvu",      false},
-    {eImgFmt_NV12_12B,      "NV12_12B",      2, {kFull12, {24, 1, 1}},         "12",     "packed_word",  false},
-    {eImgFmt_NV21_12B,      "NV21_12B",      2, {kFull12, {24, 1, 1}},         "12",     "packed_word",  false},
-    {eImgFmt_RGB48,         "RGB48",         1, {{48, 0, 0}},                  "imgfmt", "rgb48",        false},
-    {eImgFmt_BAYER8,        "BAYER8",        1, {kFull8},                      "imgfmt", "unknown",      true},
-    {eImgFmt_BAYER10,       "BAYER10",       1, {kFull10},                     "10",     "packed_word",  true},
-    {eImgFmt_BAYER12,       "BAYER12",       1, {kFull12},                     "12",     "packed_word",  true},
-    {eImgFmt_BAYER14,       "BAYER14",       1, {{14, 0, 0}},                  "14",     "packed_word",  true},
-    {eImgFmt_FG_BAYER8,     "FG_BAYER8",     1, {kFull8},                      "imgfmt", "unknown",      true},
-    {eImgFmt_FG_BAYER10,    "FG_BAYER10",    1, {kFull10},                     "10",     "packed_word",  true},
-    {eImgFmt_FG_BAYER12,    "FG_BAYER12",    1, {kFull12},                     "12",     "packed_word",  true},
-    {eImgFmt_FG_BAYER14,    "FG_BAYER14",    1, {{14, 0, 0}},                  "14",     "packed_word",  true},
-    {eImgFmt_BAYER10_MIPI,  "BAYER10_MIPI",  1, {kFull10},                     "10",     "packed_word",  true},
-    {eImgFmt_BAYER10_UNPAK, "BAYER10_UNPAK", 1, {kFull16},                     "10",     "raw",          true},
-    {eImgFmt_BAYER12_UNPAK, "BAYER12_UNPAK", 1, {kFull16},                     "12",     "raw",          true},
-    {eImgFmt_BAYER14_UNPAK, "BAYER14_UNPAK", 1, {kFull16},                     "14",     "raw",          true},
-    {eImgFmt_BAYER15_UNPAK, "BAYER15_UNPAK", 1, {kFull16},                     "15",     "raw",          true},
-    {eImgFmt_BAYER16_UNPAK, "BAYER16_UNPAK", 1, {kFull16},                     "16",     "raw",          true},
-    {eImgFmt_BAYER24,       "BAYER24",       1, {{24, 0, 0}},                  "24",     "packed_word",  true},
-    {eImgFmt_NV21_UFBC,     "NV21_UFBC",     2, {kFull8, {16, 1, 1}},          "imgfmt", "nv21_ufbc",    false},
-    {eImgFmt_P010_YUV_UFBC, "P010_YUV_UFBC", 2, {kFull16, {32, 1, 1}},         "10",     "p010yuv_ufbc", false},
-    {eImgFmt_P010_YVU_UFBC, "P010_YVU_UFBC", 2, {kFull16, {32, 1, 1}},         "10",     "p010yvu_ufbc", false},
-    {eImgFmt_NV12_AFBC,     "NV12_AFBC",     2, {kFull8, {16, 1, 1}},          "8",      "nv12_afbc",    false},
-    {eImgFmt_NV21_AFBC,     "NV21_AFBC",     2, {kFull8, {16, 1, 1}},          "8",      "nv21_afbc",    false},
-    {eImgFmt_Y8,            "Y8",            1, {kFull8},                      "8",      "y",            false},
-    {eImgFmt_YV12,          "YV12",          3, {kFull8, {8, 1, 1}, {8, 1, 1}}, "8",     "yv12",         false},
+    {eImgFmt_NV21,           "NV21",           2, {kFull8, {16, 1, 1}},               false},
+    {eImgFmt_YUY2,           "YUY2",           1, {{16, 0, 0}},                       false},
+    {eImgFmt_P010_YUV,       "P010_YUV",       2, {kFull16, {32, 1, 1}},              false},
+    {eImgFmt_NV12,           "NV12",           2, {kFull8, {16, 1, 1}},               false},
+    {eImgFmt_I420,           "I420",           3, {kFull8, {8, 1, 1}, {8, 1, 1}},     false},
+    {eImgFmt_I422,           "I422",           3, {kFull8, {8, 1, 0}, {8, 1, 0}},     false},
+    {eImgFmt_Y210_YUYV,      "Y210_YUYV",      1, {{32, 0, 0}},                       false},
+    {eImgFmt_Y210_YVYU,      "Y210_YVYU",      1, {{32, 0, 0}},                       false},
+    {eImgFmt_Y210_UYVY,      "Y210_UYVY",      1, {{32, 0, 0}},                       false},
+    {eImgFmt_Y210_VYUY,      "Y210_VYUY",      1, {{32, 0, 0}},                       false},
+    {eImgFmt_P210_YUV,       "P210_YUV",       2, {kFull16, {32, 1, 0}},              false},
+    {eImgFmt_P210_YVU,       "P210_YVU",       2, {kFull16, {32, 1, 0}},              false},
+    {eImgFmt_P210,           "P210",           3, {kFull16, {16, 1, 0}, {16, 1, 0}},  false},
+    {eImgFmt_P010_YVU,       "P010_YVU",       2, {kFull16, {32, 1, 1}},              false},
+    {eImgFmt_P010,           "P010",           3, {kFull16, {16, 1, 1}, {16, 1, 1}},  false},
+    {eImgFmt_NV12_10B,       "NV12_10B",       2, {kFull10, {20, 1, 1}},              false},
+    {eImgFmt_NV21_10B,       "NV21_10B",       2, {kFull10, {20, 1, 1}},              false},
+    {eImgFmt_NV16_10B,       "NV16_10B",       2, {kFull10, {20, 1, 0}},              false},
+    {eImgFmt_NV61_10B,       "NV61_10B",       2, {kFull10, {20, 1, 0}},              false},
+    {eImgFmt_YUYV_10B,       "YUYV_10B",       1, {{20, 0, 0}},                       false},
+    {eImgFmt_YVYU_10B,       "YVYU_10B",       1, {{20, 0, 0}},                       false},
+    {eImgFmt_UYVY_10B,       "UYVY_10B",       1, {{20, 0, 0}},                       false},
+    {eImgFmt_VYUY_10B,       "VYUY_10B",       1, {{20, 0, 0}},                       false},
+    {eImgFmt_I420_10B,       "I420_10B",       3, {kFull10, {10, 1, 1}, {10, 1, 1}},  false},
+    {eImgFmt_YV12_10B,       "YV12_10B",       3, {kFull10, {10, 1, 1}, {10, 1, 1}},  false},
+    {eImgFmt_P012_YUV,       "P012_YUV",       2, {kFull16, {32, 1, 1}},              false},
+    {eImgFmt_P012_YVU,       "P012_YVU",       2, {kFull16, {32, 1, 1}},              false},
+    {eImgFmt_NV12_12B,       "NV12_12B",       2, {kFull12, {24, 1, 1}},              false},
+    {eImgFmt_NV21_12B,       "NV21_12B",       2, {kFull12, {24, 1, 1}},              false},
+    {eImgFmt_RGB48,          "RGB48",          1, {{48, 0, 0}},                       false},
+    {eImgFmt_BAYER8,         "BAYER8",         1, {kFull8},                           true},
+    {eImgFmt_BAYER10,        "BAYER10",        1, {kFull10},                          true},
+    {eImgFmt_BAYER12,        "BAYER12",        1, {kFull12},                          true},
+    {eImgFmt_BAYER14,        "BAYER14",        1, {{14, 0, 0}},                       true},
+    {eImgFmt_FG_BAYER8,      "FG_BAYER8",      1, {kFull8},                           true},
+    {eImgFmt_FG_BAYER10,     "FG_BAYER10",     1, {kFull10},                          true},
+    {eImgFmt_FG_BAYER12,     "FG_BAYER12",     1, {kFull12},                          true},
+    {eImgFmt_FG_BAYER14,     "FG_BAYER14",     1, {{14, 0, 0}},                       true},
+    {eImgFmt_BAYER10_MIPI,   "BAYER10_MIPI",   1, {kFull10},                          true},
+    {eImgFmt_BAYER10_UNPAK,  "BAYER10_UNPAK",  1, {kFull16},                          true},
+    {eImgFmt_BAYER12_UNPAK,  "BAYER12_UNPAK",  1, {kFull16},                          true},
+    {eImgFmt_BAYER14_UNPAK,  "BAYER14_UNPAK",  1, {kFull16},                          true},
+    {eImgFmt_BAYER15_UNPAK,  "BAYER15_UNPAK",  1, {kFull16},                          true},
+    {eImgFmt_BAYER16_UNPAK,  "BAYER16_UNPAK",  1, {kFull16},                          true},
+    {eImgFmt_BAYER24,        "BAYER24",        1, {{24, 0, 0}},                       true},
+    {eImgFmt_NV21_UFBC,      "NV21_UFBC",      2, {kFull8, {16, 1, 1}},               false},
+    {eImgFmt_P010_YUV_UFBC,  "P010_YUV_UFBC",  2, {kFull16, {32, 1, 1}},              false},
+    {eImgFmt_P010_YVU_UFBC,  "P010_YVU_UFBC",  2, {kFull16, {32, 1, 1}},              false},
+    {eImgFmt_NV12_AFBC,      "NV12_AFBC",      2, {kFull8, {16, 1, 1}},               false},
+    {eImgFmt_NV21_AFBC,      "NV21_AFBC",      2, {kFull8, {16, 1, 1}},               false},
+    {eImgFmt_Y8,             "Y8",             1, {kFull8},                           false},
+    {eImgFmt_YV12,           "YV12",           3, {kFull8, {8, 1, 1}, {8, 1, 1}},     false},
 };
 // clang-format on
 
@@ -89,16 +89,6 @@ const ImageFormatInfo* findImageFormat(int32_t code) {
 const ImageFormatInfo* imageFormatTable(size_t* count) {
     *count = std::size(kFormats);
     return kFormats;
-}
-
-const char* dumpBitDepthName(int32_t code) {
-    const ImageFormatInfo* info = findImageFormat(code);
-    return info != nullptr ? info->dumpBitDepth : kUnknownDumpBitDepth;
-}
-
-const char* dumpExtension(int32_t code) {
-    const ImageFormatInfo* info = findImageFormat(code);
-    return info != nullptr ? info->dumpExtension : kUnknownDumpExtension;
 }
 
 size_t imageBitsPerPixel(int32_t code) {

@@ -11,6 +11,7 @@
 #include "camtune/naming.h"
 #include "camtune/platform/image_format.h"
 #include "naming/data_file_kinds.h"
+#include "naming/dump_format_names.h"
 #include "naming/name_elements.h"
 #include "recorder/recorder_constants.h"
 
@@ -135,15 +136,15 @@ Element exposureElement() {
 
 Element bitDepthElement() {
     size_t count = 0;
-    const NSCam::ImageFormatInfo* formats = NSCam::imageFormatTable(&count);
+    const naming::DumpFormatNames* formats = naming::dumpFormatNames(&count);
     std::vector<Option> options;
     std::set<std::string> seen;
     for (size_t i = 0; i < count; ++i) {
-        const std::string bits = formats[i].dumpBitDepth;
-        if (bits == NSCam::kUnknownDumpBitDepth || !seen.insert(bits).second) continue;
+        const std::string bits = formats[i].bitDepth;
+        if (bits == naming::kUnknownDumpBitDepth || !seen.insert(bits).second) continue;
         options.push_back(Option{bits, {{"bits", std::stoi(bits)}}});
     }
-    options.push_back(Option{NSCam::kUnknownDumpBitDepth, {{"bits", nullptr}}});
+    options.push_back(Option{naming::kUnknownDumpBitDepth, {{"bits", nullptr}}});
     return choice(std::move(options));
 }
 
@@ -325,7 +326,7 @@ struct KindGrammar {
 void addImageFormats(Fields* fields) {
     const std::string extension = (*fields)["extension"].get<std::string>();
     const Fields& bits = (*fields)["bits"];
-    const std::string bitsName = bits.is_null() ? std::string(NSCam::kUnknownDumpBitDepth)
+    const std::string bitsName = bits.is_null() ? std::string(naming::kUnknownDumpBitDepth)
                                                 : std::to_string(bits.get<int>());
     (*fields)["formats"] = imageFormatsFor(&bitsName, extension);
 }
@@ -509,11 +510,11 @@ bool NameDecoder::decode(const std::string& name, const std::string& kind, Decod
 
 std::vector<Option> dumpExtensionOptions(const char* field) {
     size_t count = 0;
-    const NSCam::ImageFormatInfo* formats = NSCam::imageFormatTable(&count);
+    const naming::DumpFormatNames* formats = naming::dumpFormatNames(&count);
     std::vector<Option> options;
     std::set<std::string> seen;
     for (size_t i = 0; i <= count; ++i) {
-        const char* extension = i < count ? formats[i].dumpExtension : NSCam::kUnknownDumpExtension;
+        const char* extension = i < count ? formats[i].extension : naming::kUnknownDumpExtension;
         if (seen.insert(extension).second)
             options.push_back(Option{extension, {{field, extension}}});
     }

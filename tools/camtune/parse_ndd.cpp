@@ -6,6 +6,7 @@
 #include "camtune/naming_vocabulary.h"
 #include "camtune/ndd_tables.h"
 #include "camtune/platform/image_format.h"
+#include "naming/dump_format_names.h"
 #include "parse_kinds.h"
 
 namespace camtune {
@@ -136,12 +137,13 @@ std::string mismatch(const Fields& fields, const char* field, const std::string&
 
 Fields imageFormatsFor(const std::string* bits, const std::string& extension) {
     size_t count = 0;
-    const NSCam::ImageFormatInfo* formats = NSCam::imageFormatTable(&count);
+    const naming::DumpFormatNames* formats = naming::dumpFormatNames(&count);
     Fields names = Fields::array();
     for (size_t i = 0; i < count; ++i) {
-        if (extension != formats[i].dumpExtension) continue;
-        if (bits != nullptr && *bits != formats[i].dumpBitDepth) continue;
-        names.push_back(formats[i].name);
+        if (extension != formats[i].extension) continue;
+        if (bits != nullptr && *bits != formats[i].bitDepth) continue;
+        const NSCam::ImageFormatInfo* format = NSCam::findImageFormat(formats[i].code);
+        if (format != nullptr) names.push_back(format->name);
     }
     return names;
 }

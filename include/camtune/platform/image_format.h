@@ -1,8 +1,7 @@
 // The image-format table: the one place that knows each platform image-format code.
 //
 // For every code the library names it gives the plane layout (plane count, bits per pixel and
-// sub-sampling of each plane) used by host image buffers, and the two pieces that dump-file
-// names carry: the bit-depth name and the file extension.
+// sub-sampling of each plane) used by host image buffers.
 #pragma once
 
 #include <cstddef>
@@ -83,24 +82,14 @@ struct ImageFormatInfo {
     const char* name;  // symbolic name, e.g. "BAYER10"
     size_t planeCount;
     PlaneLayout planes[kMaxPlanes];
-    const char* dumpBitDepth;   // bit-depth element of dump-file names
-    const char* dumpExtension;  // extension of dump-file names
-    bool isBayer;               // a raw sensor layout
+    bool isBayer;  // a raw sensor layout
 };
-
-// Bit-depth name and extension of codes the table does not know.
-constexpr const char* kUnknownDumpBitDepth = "imgfmt";
-constexpr const char* kUnknownDumpExtension = "unknown";
 
 // The row of `code`, or null when the table does not know it.
 const ImageFormatInfo* findImageFormat(int32_t code);
 
 // The whole table, in rising code order.
 const ImageFormatInfo* imageFormatTable(size_t* count);
-
-// Dump-file name pieces of `code` ("imgfmt" / "unknown" for codes the table does not know).
-const char* dumpBitDepthName(int32_t code);
-const char* dumpExtension(int32_t code);
 
 // Bits per pixel of the whole image (all planes, at image resolution); 0 for unknown codes.
 size_t imageBitsPerPixel(int32_t code);
