@@ -4,12 +4,12 @@
 #include <sys/stat.h>
 
 #include <cerrno>
-#include <chrono>
 #include <cstdio>
 #include <cstring>
 #include <memory>
 
 #include "camtune/odt.h"
+#include "camtune/platform/clock.h"
 #include "camtune/platform/fs.h"
 #include "camtune/platform/log.h"
 #include "camtune/platform/properties.h"
@@ -32,12 +32,6 @@ constexpr char kDefaultConfigCopy[] = "default_cfg.cfg";
 constexpr size_t kCopyChunk = 64 * 1024;
 // A folder found is trusted this long before it is looked at again.
 constexpr int64_t kFolderRecheckNs = 1000 * 1000 * 1000;
-
-int64_t nowNs() {
-    return std::chrono::duration_cast<std::chrono::nanoseconds>(
-                   std::chrono::steady_clock::now().time_since_epoch())
-            .count();
-}
 
 std::string sensorListText(const std::vector<int>& sensorIds) {
     std::string list;
@@ -163,7 +157,7 @@ void Ndd::parse_config(const std::string& path) {
 }
 
 void Ndd::make_ndd_dir() {
-    const int64_t now = nowNs();
+    const int64_t now = camtune::clock::monotonicNs();
     const int64_t seen = mFolderSeenAtNs.load(std::memory_order_relaxed);
     if (seen != kFolderNeverSeen && now - seen < kFolderRecheckNs) return;
     std::string folder = dumpFolder();

@@ -1,10 +1,10 @@
 // Submissions: what the pipeline hands over, up to the writer.
 #define LOG_TAG "NDD"
 
-#include <chrono>
 #include <cstring>
 
 #include "camtune/odt.h"
+#include "camtune/platform/clock.h"
 #include "camtune/platform/image_buffer.h"
 #include "camtune/platform/log.h"
 #include "ndd/item_names.h"
@@ -17,13 +17,11 @@ namespace TuningUtils {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
 constexpr char kBufferTrace[] = "NDD_BUFFER_%s";
 constexpr char kImageTrace[] = "NDD_IMAGE_%s";
 
-int elapsedNs(Clock::time_point start) {
-    auto ns = std::chrono::duration_cast<std::chrono::nanoseconds>(Clock::now() - start).count();
+int elapsedNs(int64_t startNs) {
+    const int64_t ns = camtune::clock::monotonicNs() - startNs;
     return ns > INT32_MAX ? INT32_MAX : static_cast<int>(ns);
 }
 
@@ -43,7 +41,7 @@ void Ndd::submit_request(eCategory category, eModule module, NddData& data, cons
     std::string path;
     if (!composePath(category, module, data, nullptr, &path)) return;
 
-    const Clock::time_point start = Clock::now();
+    const int64_t start = camtune::clock::monotonicNs();
     const char* moduleName = mTables->getModuleName(module);
     {
         NamedTrace trace(kBufferTrace, moduleName);
@@ -88,7 +86,7 @@ void Ndd::submit_request(eCategory category, eModule module, NddData& data, IIma
     std::string path;
     if (!composePath(category, module, data, image, &path)) return;
 
-    const Clock::time_point start = Clock::now();
+    const int64_t start = camtune::clock::monotonicNs();
     const char* moduleName = mTables->getModuleName(module);
     size_t size = 0;
     {

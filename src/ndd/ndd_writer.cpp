@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "camtune/platform/clock.h"
 #include "camtune/platform/image_buffer.h"
 #include "camtune/platform/log.h"
 #include "camtune/platform/thread.h"
@@ -26,13 +27,11 @@ using scenariorecorder::IScenarioRecorder;
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
 constexpr char kThreadNameFormat[] = "NDD_THD_%d";
-// A writer that has written an item in the last kWriterLinger polls the queue every
+// A writer that has written an item in the last kWriterLingerNs polls the queue every
 // kWriterPoll; after that it sleeps until a producer wakes it.
 constexpr std::chrono::milliseconds kWriterPoll{1};
-constexpr std::chrono::milliseconds kWriterLinger{250};
+constexpr int64_t kWriterLingerNs = 250 * 1000 * 1000;
 // Copies kept for reuse while no dump comes.
 constexpr size_t kIdleKeptBuffers = 2;
 constexpr char kAllocTrace[] = "NDD_transfer_alloc";
@@ -135,7 +134,7 @@ void Ndd::consume_request(int index) {
     auto ready = [this] { return (!mQueue.empty() && !mWritersPaused) || !mRunning.load(); };
     bool wroteAny = false;
     bool trimmed = true;
-    Clock::time_point lastItem;
+    int64_t lastItemNs = 0;
     for (;;) {
         dumpInfo info;
         {
@@ -143,7 +142,7 @@ void Ndd::consume_request(int index) {
             while (!ready()) {
                 // While dumps keep coming, look for the next one every poll interval rather
                 // than have each producer pay for waking a sleeping writer.
-                if (wroteAny && Clock::now() - lastItem < kWriterLinger) {
+                if (wroteAny && camtune::clock::monotonicNs() - lastItemNs < kWriterLingerNs) {
                     mQueueSignal.wait_for(lock, kWriterPoll);
                 } else if (!trimmed) {
                     // Dumps have stopped: give back the copies kept for them.
@@ -176,7 +175,7 @@ void Ndd::consume_request(int index) {
         finishQueuedItem(info);
         wroteAny = true;
         trimmed = false;
-        lastItem = Clock::now();
+        lastItemNs = camtune::clock::monotonicNs();
     }
 }
 

@@ -29,6 +29,12 @@ timespec realtime() {
     return now;
 }
 
+int64_t monotonicNs() {
+    timespec now{};
+    ::clock_gettime(CLOCK_MONOTONIC, &now);
+    return static_cast<int64_t>(now.tv_sec) * kNanosPerSecond + now.tv_nsec;
+}
+
 bool localTime(time_t seconds, std::tm* out) {
     if (::localtime_r(&seconds, out) != nullptr) return true;
     *out = std::tm{};

@@ -17,6 +17,9 @@ namespace scenariorecorder {
 
 namespace props = camtune::props;
 
+// How long unInit waits for a producer still copying into a discarded buffer.
+constexpr int64_t kBusyProducerGraceNs = 100 * 1000 * 1000;
+
 ScenarioRecorder::ScenarioRecorder()
     : mEnabled(props::getInt(props::kRecorderEnable) != 0),
       mPreviewWriter(std::make_shared<FileWriter>(-1, -1, -1)),
@@ -96,9 +99,9 @@ void ScenarioRecorder::unInit() {
     dropIdleCaptureWriters(captures);
     // A producer may still be copying into a discarded buffer: give it a moment, and if it is
     // still busy keep the buffer aside rather than pull the memory from under it.
-    auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(100);
+    const int64_t deadlineNs = camtune::clock::monotonicNs() + kBusyProducerGraceNs;
     for (auto& entry : active) {
-        while (isBusy(entry.second.get()) && std::chrono::steady_clock::now() < deadline) {
+        while (isBusy(entry.second.get()) && camtune::clock::monotonicNs() < deadlineNs) {
             std::this_thread::yield();
         }
         if (isBusy(entry.second.get())) mRetired.push_back(std::move(entry.second));

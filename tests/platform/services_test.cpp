@@ -6,6 +6,7 @@
 #include <sstream>
 #include <thread>
 
+#include "camtune/platform/clock.h"
 #include "camtune/platform/file_cache.h"
 #include "camtune/platform/fs.h"
 #include "camtune/platform/sensor_list.h"
@@ -77,6 +78,18 @@ TEST(Thread, NameAndPriorityApplyToTheCallingThreadOnly) {
     });
     worker.join();
     EXPECT_EQ(thread::priority(), before);
+}
+
+TEST(Clock, TheTestClockMovesWallTimeButNotMonotonicTime) {
+    const int64_t before = clock::monotonicNs();
+    clock::testing::setRealtime(timespec{1000, 0});
+    clock::testing::advance(3600);
+    EXPECT_EQ(clock::realtime().tv_sec, 4600);
+    const int64_t after = clock::monotonicNs();
+    clock::testing::reset();
+    EXPECT_GE(after, before);
+    EXPECT_LT(after - before, int64_t{3600} * 1000 * 1000 * 1000);
+    EXPECT_GT(clock::realtime().tv_sec, 4600);
 }
 
 // The trace file is chosen at first use; ctest runs this test in a process of its own.

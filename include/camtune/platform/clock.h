@@ -1,4 +1,4 @@
-// Wall-clock time, local calendar time and the process id, as the library sees them.
+// Wall-clock and monotonic time, local calendar time and the process id, as the library sees them.
 //
 // Everything that stamps or ages data by the wall clock reads it here, so a test can move time
 // on instead of sleeping.
@@ -6,6 +6,7 @@
 
 #include <time.h>
 
+#include <cstdint>
 #include <ctime>
 
 #include "camtune/export.h"
@@ -17,6 +18,9 @@ namespace clock {
 
 // CLOCK_REALTIME, or the test clock while one is set.
 timespec realtime();
+// CLOCK_MONOTONIC in nanoseconds, for intervals and deadlines: never stepped, and not moved by
+// the test clock.
+int64_t monotonicNs();
 // The local calendar time of `seconds`; false (and `out` zeroed) when it cannot be had.
 bool localTime(time_t seconds, std::tm* out);
 int processId();
