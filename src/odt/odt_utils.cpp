@@ -27,25 +27,6 @@ namespace {
 namespace fs = camtune::fs;
 namespace props = camtune::props;
 
-constexpr const char* kDumpinPathFormat = "/data/vendor/camera_dump/%09d-0000-0000_dumpin.cfg";
-constexpr size_t kPathSize = 1024;
-constexpr const char* kInfoSuffix = "_log";
-// A kept path shorter than this names no file.
-constexpr size_t kMinPathLength = 2;
-
-#define ODT_FOPEN_FAIL "[%s] fopen fail, errno(%d):%s"
-
-const char* moduleName(eModule module) {
-    return NddAutoGenExcel2C::getInstance()->getModuleName(module);
-}
-
-// The line without its "\n", for the log.
-std::string_view chomp(const std::string& line) {
-    std::string_view view(line);
-    if (!view.empty() && view.back() == '\n') view.remove_suffix(1);
-    return view;
-}
-
 }  // namespace
 
 OdtUtils::OdtUtils(uint32_t sensorId) : mSensorId(sensorId) {}
@@ -136,6 +117,7 @@ void OdtUtils::frame_begin(unsigned int frameNo) {
     int bound = -1;
     int boundCount = 0;
     bool passDone = false;
+    uint64_t pass = 0;
     {
         std::lock_guard<std::mutex> guard(mLock);
         if (mRepeatCount == 0) {
@@ -156,10 +138,19 @@ void OdtUtils::frame_begin(unsigned int frameNo) {
             }
             if (mFrameCursor == 0 && mRepeatCount != 0) {
                 --mRepeatCount;
-                props::set(props::kOdtStart, mRepeatCount);
                 repeatCount = mRepeatCount;
                 passDone = true;
+                pass = ++mPassesDone;
             }
+        }
+    }
+    // The property is written with the frame lock released; passes finished on several
+    // threads at once still leave it at the latest count.
+    if (passDone) {
+        std::lock_guard<std::mutex> guard(mPropertyLock);
+        if (pass > mPassWritten) {
+            props::set(props::kOdtStart, repeatCount);
+            mPassWritten = pass;
         }
     }
     if (reread) CAM_LOGD("[%s] m_start_count(%d)", __func__, startCount);
@@ -190,204 +181,6 @@ void OdtUtils::frame_end(unsigned int frameNo) {
     }
 }
 
-qel_tuning_cfg_prefix OdtUtils::get_cfg_prefix(unsigned int frameNo) {
-    qel_tuning_cfg_prefix prefix;
-    if (!mEnable.load() || !mStreaming.load()) return prefix;
-    std::lock_guard<std::mutex> guard(mLock);
-    for (const qel_tuning_cfg_frame& frame : mFrames) {
-        for (uint32_t id : frame.sw_frame_ids) {
-            if (id == frameNo) {
-                prefix.unique_key = frame.unique_key;
-                prefix.request_no = frame.request_no;
-                prefix.frame_no = frame.frame_no;
-                prefix.status = OdtCfgPrefix_Found;
-                return prefix;
-            }
-            prefix.status = OdtCfgPrefix_NotFound;
-        }
-    }
-    return prefix;
-}
-
-const qel_tuning_cfg_frame* OdtUtils::boundFrameLocked(uint32_t frameNo) const {
-    for (const qel_tuning_cfg_frame& frame : mFrames) {
-        for (uint32_t id : frame.sw_frame_ids) {
-            if (id == frameNo) return &frame;
-        }
-    }
-    return nullptr;
-}
-
-const qel_tuning_cfg_item* OdtUtils::findItem(const qel_tuning_cfg_frame* frame, const char* key) {
-    if (frame == nullptr) return nullptr;
-    auto found = frame->items.find(std::string_view(key));
-    return found == frame->items.end() ? nullptr : &found->second;
-}
-
-bool OdtUtils::is_enable(eModule module, int stage, int index, int feature) {
-    char key[odt::kItemKeySize];
-    odt::formatItemKey(key, sizeof(key), moduleName(module), stage, feature,
-                       odt::queryStageFallback());
-    std::lock_guard<std::mutex> guard(mLock);
-    if (index < 0 || static_cast<size_t>(index) >= mFrames.size()) return false;
-    return findItem(&mFrames[index], key) != nullptr;
-}
-
-bool OdtUtils::is_enable(unsigned int frameNo, eModule module, int stage, int feature,
-                         int sensorId) {
-    if (!isOwnSensor(sensorId)) return false;
-    char key[odt::kItemKeySize];
-    odt::formatItemKey(key, sizeof(key), moduleName(module), stage, feature,
-                       odt::queryStageFallback());
-    std::lock_guard<std::mutex> guard(mLock);
-    return findItem(boundFrameLocked(frameNo), key) != nullptr;
-}
-
-std::string OdtUtils::get_cfg_info(unsigned int frameNo, eModule module, int stage, int feature,
-                                   int sensorId) {
-    const char* name = moduleName(module);
-    char key[odt::kItemKeySize];
-    odt::formatItemKey(key, sizeof(key), name, stage, feature, odt::streamingStageFallback());
-    const qel_tuning_cfg_item* item = nullptr;
-    std::string file;
-    {
-        std::lock_guard<std::mutex> guard(mLock);
-        if (isOwnSensor(sensorId)) item = findItem(boundFrameLocked(frameNo), key);
-        if (item != nullptr) file = item->file;
-    }
-    if (item == nullptr) {
-        CAM_LOGD("[%s] straimg not found:key(%s) module(%s)", __func__, key, name);
-        return file;
-    }
-    CAM_LOGD("[%s] straming:key(%s) module(%s) file(%s)", __func__, key, name, file.c_str());
-    return file;
-}
-
-std::string OdtUtils::get_cfg_info(eModule module, int stage, unsigned int index, int feature,
-                                   int sensorId) {
-    const char* name = moduleName(module);
-    char key[odt::kItemKeySize];
-    odt::formatItemKey(key, sizeof(key), name, stage, feature, odt::captureStageFallback());
-    bool indexValid;
-    const qel_tuning_cfg_item* item = nullptr;
-    std::string file;
-    {
-        std::lock_guard<std::mutex> guard(mLock);
-        indexValid = index < mFrames.size();
-        if (indexValid && isOwnSensor(sensorId)) item = findItem(&mFrames[index], key);
-        if (item != nullptr) file = item->file;
-    }
-    if (!indexValid) {
-        CAM_LOGD("[%s] capture not found:module(%s) index(%u)", __func__, name, index);
-    } else if (item == nullptr) {
-        CAM_LOGD("[%s] capture not found:key(%s) module(%s) index(%u)", __func__, key, name, index);
-    } else {
-        CAM_LOGD("[%s] capture:key(%s) module(%s) file(%s)", __func__, key, name, file.c_str());
-    }
-    return file;
-}
-
-void OdtUtils::create_config_file(unsigned int uniqueKey) {
-    CAM_LOGI("[%s] key(%d)", __func__, static_cast<int>(uniqueKey));
-    char path[kPathSize];
-    std::snprintf(path, sizeof(path), kDumpinPathFormat, static_cast<int>(uniqueKey));
-    int error = 0;
-    {
-        std::lock_guard<std::mutex> guard(mLock);
-        std::unique_ptr<FILE, fs::FileCloser> file(fs::fopen(path, "w"));
-        if (file) {
-            mDumpinPath = path;
-        } else {
-            error = errno;
-            mDumpinPath.clear();
-        }
-    }
-    if (error != 0) {
-        CAM_LOGE(ODT_FOPEN_FAIL, __func__, error, std::strerror(error));
-        return;
-    }
-    CAM_LOGI("[%s] dump-in cfg = %d", __func__, static_cast<int>(uniqueKey));
-}
-
-bool OdtUtils::hasDumpinPathLocked() const {
-    return mDumpinPath.size() >= kMinPathLength;
-}
-
-OdtUtils::AppendResult OdtUtils::append(const std::string& path, const std::string& text) {
-    std::unique_ptr<FILE, fs::FileCloser> file(fs::fopen(path.c_str(), "a"));
-    if (!file) return {AppendResult::OpenFailed, errno};
-    if (std::fwrite(text.data(), 1, text.size(), file.get()) != text.size()) {
-        return {AppendResult::WriteFailed, errno};
-    }
-    return {AppendResult::Done, 0};
-}
-
-void OdtUtils::report(const AppendResult& result, const char* caller, std::string_view line) {
-    switch (result.outcome) {
-        case AppendResult::Skipped:
-            return;
-        case AppendResult::OpenFailed:
-            CAM_LOGE(ODT_FOPEN_FAIL, caller, result.error, std::strerror(result.error));
-            return;
-        case AppendResult::WriteFailed:
-            CAM_LOGE("[%s] write fail, errno(%d):%s", caller, result.error,
-                     std::strerror(result.error));
-            return;
-        case AppendResult::Done:
-            CAM_LOGD("[%s] %.*s", caller, static_cast<int>(line.size()), line.data());
-            return;
-    }
-}
-
-void OdtUtils::write_frame_data(std::string module, unsigned int frameNo, std::string sensor,
-                                int stage, int feature, std::string file) {
-    std::string line = odt::formatDataLine(module, frameNo, sensor, stage, feature, file);
-    // Only lines that read back as written go in, so a replay never trips over its own file.
-    bool readable = false;
-    try {
-        odt::DataLine back = odt::parseDataLine(std::string(chomp(line)));
-        readable = back.module == module && back.frameNo == frameNo && back.sensor == sensor &&
-                   back.stage == stage && back.feature == feature && back.file == file;
-    } catch (const std::exception&) {
-        readable = false;
-    }
-    AppendResult result;
-    {
-        std::lock_guard<std::mutex> guard(mLock);
-        if (!hasDumpinPathLocked()) return;
-        if (readable) result = append(mDumpinPath, line);
-    }
-    if (!readable) {
-        CAM_LOGE("[%s] not written, the line would not read back: %.*s", __func__,
-                 static_cast<int>(chomp(line).size()), chomp(line).data());
-        return;
-    }
-    report(result, __func__, chomp(line));
-}
-
-void OdtUtils::write_frame_end(unsigned int frameNo) {
-    CAM_LOGD("[%s] frame(%d)", __func__, static_cast<int>(frameNo));
-}
-
-void OdtUtils::write_frame_order(std::vector<unsigned int> order) {
-    std::string line = odt::formatOrderLine(std::vector<uint32_t>(order.begin(), order.end()));
-    AppendResult result;
-    {
-        std::lock_guard<std::mutex> guard(mLock);
-        if (hasDumpinPathLocked()) result = append(mDumpinPath, line);
-    }
-    report(result, __func__, chomp(line));
-}
-
-void OdtUtils::write_info(std::string text) {
-    AppendResult result;
-    {
-        std::lock_guard<std::mutex> guard(mLock);
-        if (hasDumpinPathLocked()) result = append(mDumpinPath + kInfoSuffix, text + "\n");
-    }
-    report(result, __func__, text);
-}
-
 std::vector<qel_tuning_cfg_frame> OdtUtils::configFrames() const {
     std::lock_guard<std::mutex> guard(mLock);
     return mFrames;
@@ -399,7 +192,7 @@ std::vector<uint32_t> OdtUtils::frameOrder() const {
 }
 
 std::string OdtUtils::dumpinPath() const {
-    std::lock_guard<std::mutex> guard(mLock);
+    std::lock_guard<std::mutex> guard(mFileLock);
     return mDumpinPath;
 }
 

@@ -57,11 +57,11 @@ private:
         enum Outcome { Skipped, OpenFailed, WriteFailed, Done } outcome = Skipped;
         int error = 0;  // errno of a failure
     };
-    // Appends `text` to `path`. Logs nothing, so it can run under mLock.
+    // Appends `text` to `path`. Logs nothing, so it can run under mFileLock.
     static AppendResult append(const std::string& path, const std::string& text);
     // Logs the outcome of an append under `caller`; `line` is what was written.
     static void report(const AppendResult& result, const char* caller, std::string_view line);
-    // True when the kept dump-in path names a file. Needs mLock.
+    // True when the kept dump-in path names a file. Needs mFileLock.
     bool hasDumpinPathLocked() const;
     // A negative sensor id means "this instance's sensor".
     bool isOwnSensor(int sensorId) const;
@@ -71,13 +71,19 @@ private:
     std::atomic<bool> mEnable{false};
     std::atomic<bool> mStreaming{false};
 
-    mutable std::mutex mLock;   // guards everything below
+    mutable std::mutex mLock;   // guards the replay state below
     int32_t mRepeatCount = 0;   // passes over the configuration frames still to replay
     uint32_t mFrameCursor = 0;  // configuration frame the next pipeline frame binds to
-    std::string mDumpinPath;
+    uint64_t mPassesDone = 0;   // passes finished, numbering the property writes
     std::string mConfigPath;
     std::vector<qel_tuning_cfg_frame> mFrames;
     std::vector<uint32_t> mFrameOrder;
+
+    std::mutex mPropertyLock;  // orders the repeat-count property writes
+    uint64_t mPassWritten = 0;
+
+    mutable std::mutex mFileLock;  // guards the dump-in list and the appends to it
+    std::string mDumpinPath;
 };
 
 }  // namespace TuningUtils
