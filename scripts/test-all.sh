@@ -50,7 +50,7 @@ for preset in "${PRESETS[@]}"; do
     step "test $preset" run_tests "$preset"
 done
 step "exported symbols" scripts/check-exports.sh "$repo/build/default"
-step "Android backend link check" scripts/check-android.sh "$repo/build/default"
+step "Android.bp exact build" scripts/check-android-bp.sh "$repo/build/default" "$repo/build/fuzz"
 step "installed-package consumer" scripts/check-consumer.sh "$repo/build/default"
 
 echo
