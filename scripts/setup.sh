@@ -9,6 +9,7 @@ packages=(
     libcli11-dev nlohmann-json3-dev
     g++-arm-linux-gnueabihf qemu-user
     android-liblog-dev android-libcutils-dev
+    libpng-dev libtiff-dev libraw-dev chromium
 )
 
 missing=()
