@@ -14,6 +14,9 @@ inline constexpr char kNullProfile[] =
         "[%s] ispProfile is nullptr! str_ispProfile is not assigned!";
 inline constexpr char kPathNotFound[] = "[%s] file path not found in config";
 inline constexpr char kFilenameFail[] = "Get filename fail!";
+inline constexpr char kPathCut[] =
+        "[%s] path of %zu characters cut to the %d of the caller's buffer; the name handed back "
+        "may be another file's: %s";
 inline constexpr char kFileNotFound[] = "[%s] file not found(%s)";
 inline constexpr char kFileExist[] = "[%s] file exist(%s)";
 inline constexpr char kTuningRequest[] = "[%s] reqNum(%d) ispProfile(%s) pUserString(%s)";

@@ -6,11 +6,13 @@
 #include <cstdio>
 #include <memory>
 #include <mutex>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "camtune/file_read_rule.h"
 #include "camtune/platform/fs.h"
+#include "camtune/platform/properties.h"
 #include "dumpin/dumpin_log.h"
 #include "dumpin/line_scanner.h"
 #include "dumpin/list_text.h"
@@ -24,6 +26,11 @@ namespace dumpin {
 namespace {
 
 using NSCam::TuningUtils::TUNING_REPROCESS_CFG_T;
+
+// "FILE:LINE: what" for an exception out of the configuration's line LINE.
+std::string where(const char* file, int line, const char* what) {
+    return std::string(file) + ":" + std::to_string(line) + ": " + what;
+}
 
 struct ReprocList {
     std::mutex lock;
@@ -130,8 +137,21 @@ void FileReadRule::initReprocInfo() {
     std::ifstream config = openListFile(camtune::props::kReprocessConfigPath);
     ReprocParser parser(list.frames);
     const char* name = __func__;
+    char configPath[NSCam::Utils::Properties::kPropertyValueMax] = {};
+    camtune::props::getString(camtune::props::kReprocessConfigPath, configPath);
+    int lineNumber = 0;
     scanLines(config, [&](std::string& line) {
-        if (parser.feed(line) == ReprocLineKind::EndOfFrame) {
+        ++lineNumber;
+        ReprocLineKind kind;
+        // A number that does not convert stops the replay; say where, keeping the type.
+        try {
+            kind = parser.feed(line);
+        } catch (const std::invalid_argument& e) {
+            throw std::invalid_argument(where(configPath, lineNumber, e.what()));
+        } catch (const std::out_of_range& e) {
+            throw std::out_of_range(where(configPath, lineNumber, e.what()));
+        }
+        if (kind == ReprocLineKind::EndOfFrame) {
             const TUNING_REPROCESS_CFG_T& frame = list.frames.back();
             CAM_LOGD(msg::kReprocFrame, name, frame.reqNum, frame.ispProfile.c_str(),
                      static_cast<int>(frame.nr3dEntries.size()),

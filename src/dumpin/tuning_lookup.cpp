@@ -91,7 +91,11 @@ int finishLookup(const char* name, const std::string& path, char* outPath, int o
     if (outPath != nullptr && outSize > 0) {
         written = std::snprintf(outPath, static_cast<size_t>(outSize), "%s", path.c_str());
     }
-    if (written < 0 || written >= outSize) CAM_LOGE(msg::kFilenameFail);
+    if (written < 0 || written >= outSize) {
+        CAM_LOGE(msg::kFilenameFail);
+        if (written >= outSize)
+            CAM_LOGW(msg::kPathCut, name, path.size(), outSize - 1, path.c_str());
+    }
     if (!exists) {
         CAM_LOGD(msg::kFileNotFound, name, path.c_str());
         return 0;

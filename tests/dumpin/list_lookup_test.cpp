@@ -156,6 +156,11 @@ TEST_F(TuningLookupTest, ResultMessagesTellWhatHappened) {
     EXPECT_EQ(extract(1, "P", NSCam::TuningUtils::eTuningFormat_LSC, 20), 1);  // 20 chars
     EXPECT_STREQ(mOut, "/data/tune/first.bi");
     EXPECT_EQ(errors("Get filename fail!"), 1);
+    EXPECT_EQ(
+            mLog.count(log::Level::Warn,
+                       "[Extract_File] path of 20 characters cut to the 19 of the caller's "
+                       "buffer; the name handed back may be another file's: /data/tune/first.bin"),
+            1);
 }
 
 TEST_F(TuningLookupTest, NullProfileIsReportedAndMatchesEmptyProfiles) {

@@ -105,16 +105,33 @@ TEST_F(ReprocessTest, FramesAreBuiltOnlyInsideBlocksUpToEndOfFrame) {
     EXPECT_EQ(only.fileEntries, (Files{{"raw", "/x"}, {"lsc", "/y"}, {"r", ""}}));
 }
 
-TEST_F(ReprocessTest, BadNumbersThrowAndReleaseTheLock) {
-    const std::pair<const char*, unsigned int> cases[] = {
-            {"{\nraw,abc,P;/x\n<END_OF_FRAME>\n}\n", 0},
-            {"{\nraw,0001,P;/x\n<END_OF_FRAME>\nnr3d_a,0002,P;twelve\n<END_OF_FRAME>\n}\n", 1},
+TEST_F(ReprocessTest, BadNumbersThrowWithFileAndLineAndReleaseTheLock) {
+    struct Case {
+        const char* config;
+        unsigned int framesKept;
+        std::string where;
+        bool outOfRange;
+    } cases[] = {
+            {"{\nraw,abc,P;/x\n<END_OF_FRAME>\n}\n", 0, ":2: stoi", false},
+            {"{\nraw,0001,P;/x\n<END_OF_FRAME>\nnr3d_a,0002,P;twelve\n<END_OF_FRAME>\n}\n", 1,
+             ":4: stoi", false},
+            {"{\nraw,99999999999,P;/x\n<END_OF_FRAME>\n}\n", 0, ":2: stoi", true},
     };
-    for (const auto& [config, framesKept] : cases) {
-        mRoot.writeFile(kConfigPath, config);
-        EXPECT_THROW(mRule.initReprocInfo(), std::invalid_argument) << config;
+    for (const Case& c : cases) {
+        mRoot.writeFile(kConfigPath, c.config);
+        const std::string expected = std::string(kConfigPath) + c.where;
+        try {
+            mRule.initReprocInfo();
+            ADD_FAILURE() << "no exception for " << c.config;
+        } catch (const std::out_of_range& e) {
+            EXPECT_TRUE(c.outOfRange) << e.what();
+            EXPECT_EQ(e.what(), expected);
+        } catch (const std::invalid_argument& e) {
+            EXPECT_FALSE(c.outOfRange) << e.what();
+            EXPECT_EQ(e.what(), expected);
+        }
         // Would block forever if the exception had left the mutex held.
-        EXPECT_EQ(mRule.getReprocInfoSize(), framesKept) << config;
+        EXPECT_EQ(mRule.getReprocInfoSize(), c.framesKept) << c.config;
     }
 }
 
