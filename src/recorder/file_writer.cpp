@@ -4,9 +4,13 @@
 
 #include <fcntl.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
+#include <mutex>
+#include <set>
+#include <string>
 
 #include "camtune/platform/clock.h"
 #include "camtune/platform/fs.h"
@@ -17,6 +21,27 @@ namespace TuningUtils {
 namespace scenariorecorder {
 
 namespace fs = camtune::fs;
+
+namespace {
+
+// Paths the writers of this process hold open, so pruning never picks one.
+struct OpenFiles {
+    std::mutex lock;
+    std::set<std::string> paths;
+};
+
+OpenFiles& openFiles() {
+    static OpenFiles* sOpen = new OpenFiles();  // never destroyed: writers may outlive statics
+    return *sOpen;
+}
+
+}  // namespace
+
+bool FileWriter::isOpenByAWriter(const std::string& path) {
+    OpenFiles& open = openFiles();
+    std::lock_guard<std::mutex> guard(open.lock);
+    return open.paths.count(path) != 0;
+}
 
 FileWriter::FileWriter(int a, int b, int c)
     : mCursor(mBuffer), mPid(camtune::clock::processId()), mKey(makeKey(a, b)), mSeriesId{a, b, c} {
@@ -34,7 +59,19 @@ void FileWriter::formatPath(char* path) const {
 
 bool FileWriter::openPath(const char* path) {
     mFd = fs::open(path, O_WRONLY | O_CREAT, kFileMode);
-    return mFd >= 0;
+    if (mFd < 0) return false;
+    OpenFiles& open = openFiles();
+    std::lock_guard<std::mutex> guard(open.lock);
+    open.paths.insert(path);
+    return true;
+}
+
+void FileWriter::noteLoss(const char* what, int error, uint32_t lines) {
+    if (mLossWhat == nullptr) {
+        mLossWhat = what;
+        mLossError = error;
+    }
+    mLinesLost += lines;
 }
 
 bool FileWriter::open(bool newSeries, const char* prefix, bool quiet) {
@@ -48,25 +85,39 @@ bool FileWriter::open(bool newSeries, const char* prefix, bool quiet) {
             mNamePrefix[kNamePrefixSize - 1] = '\0';
         }
         mQuiet = quiet;
+        mOpenFailureLogged = false;
     }
     reserveSpace(mQuiet);
 
+    // A series whose open failed is retried at its next request; it says so once.
+    const bool log = !mQuiet && !mOpenFailureLogged;
     char path[kPathBufferSize];
     formatPath(path);
     if (!openPath(path)) {
-        if (!mQuiet) CAM_LOGE("[%s] File writer: file open failed %s", __func__, path);
-        mFolder = kLastResortFolder;
+        const int error = errno;
+        if (log) {
+            CAM_LOGE("[%s] File writer: file open failed %s: %s", __func__, path,
+                     std::strerror(error));
+        }
+        std::string folder = kLastResortFolder;
+        mFolder.swap(folder);
         formatPath(path);
         if (!openPath(path)) {
-            if (!mQuiet) CAM_LOGE(CAMTUNE_RECORDER_NO_FILE_MSG, __func__);
+            if (log) CAM_LOGE(CAMTUNE_RECORDER_NO_FILE_MSG, __func__);
+            mOpenFailureLogged = true;
+            mFolder.swap(folder);  // the retry starts from the series' own folder again
             return false;
         }
     }
+    mOpenFailureLogged = false;
     mFilePath = path;
     if (!mQuiet) CAM_LOGI("[%s] Write log to %s", __func__, path);
     mCursor = mBuffer;
     mBufferedBytes = 0;
+    mBufferedLines = 0;
     mFileBytes = 0;
+    mLinesLost = 0;
+    mLossWhat = nullptr;
     ++mFileIndex;
     return true;
 }
@@ -74,11 +125,18 @@ bool FileWriter::open(bool newSeries, const char* prefix, bool quiet) {
 void FileWriter::flush(bool sync) {
     if (mBufferedBytes > 0 && mFd >= 0) {
         // A short or failed write is not retried: the log is best effort and must not stall.
-        (void)fs::write(mFd, mBuffer, mBufferedBytes);
+        const ssize_t written = fs::write(mFd, mBuffer, mBufferedBytes);
+        if (written != static_cast<ssize_t>(mBufferedBytes)) {
+            // A short write keeps the lines it completed.
+            uint32_t kept = 0;
+            for (ssize_t i = 0; i < written; ++i) kept += mBuffer[i] == '\n';
+            noteLoss("write", written < 0 ? errno : ENOSPC, mBufferedLines - kept);
+        }
     }
-    if (sync && mFd >= 0) (void)fs::fsync(mFd);
+    if (sync && mFd >= 0 && fs::fsync(mFd) != 0) noteLoss("fsync", errno, 0);
     mCursor = mBuffer;
     mBufferedBytes = 0;
+    mBufferedLines = 0;
 }
 
 void FileWriter::close() {
@@ -86,6 +144,16 @@ void FileWriter::close() {
     flush(false);
     fs::close(mFd);
     mFd = -1;
+    {
+        OpenFiles& open = openFiles();
+        std::lock_guard<std::mutex> guard(open.lock);
+        open.paths.erase(mFilePath);
+    }
+    if (mLossWhat != nullptr) {
+        CAM_LOGE("[%s] %s: %s failed (%s); %u lines lost", __func__, mFilePath.c_str(), mLossWhat,
+                 std::strerror(mLossError), mLinesLost);
+        mLossWhat = nullptr;
+    }
 }
 
 void FileWriter::onWriteLog(const char* line) {
@@ -104,6 +172,7 @@ void FileWriter::onWriteLog(const char* line) {
     mCursor[stored - 1] = '\n';
     mCursor += stored;
     mBufferedBytes += static_cast<uint32_t>(stored);
+    ++mBufferedLines;
     if (mBufferedBytes + kFlushMargin > kStagingBufferSize - 1) flush(false);
 
     // The size limit counts whole lines as the caller gave them, cut or not.

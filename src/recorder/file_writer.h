@@ -25,11 +25,20 @@ public:
 
     // Opens the next file of the series; `newSeries` starts a series with a new time stamp,
     // index 1, `prefix` (cut to 29 characters) and `quiet`. Returns true when a file is open.
+    // A failure is logged once per series, with the errno text.
     bool open(bool newSeries, const char* prefix, bool quiet);
+    // True once a series was started, opened or not: a failed open is worth retrying.
+    bool hasSeries() const { return mTimeStamp[0] != '\0'; }
     // Deletes the folder's oldest regular files while free space is at or below the floor.
+    // Files the recorder holds open are never deleted: that would free nothing.
     void reserveSpace(bool quiet);
+    // True while some writer of this process has `path` open.
+    static bool isOpenByAWriter(const std::string& path);
     // Writes the staged bytes out (dropping them when no file is open); `sync` also fsyncs.
+    // Lines a failed write or fsync loses are counted and logged once, when the file closes.
     void flush(bool sync);
+    // Lines lost by failed writes to the current file.
+    uint32_t linesLost() const { return mLinesLost; }
     void close();
     // Appends `line` and a newline; rolls over to the next file past the size limit.
     void onWriteLog(const char* line);
@@ -52,6 +61,7 @@ private:
     // Formats the path of the next file into `path` (kPathBufferSize bytes; longer paths are cut).
     void formatPath(char* path) const;
     bool openPath(const char* path);
+    void noteLoss(const char* what, int error, uint32_t lines);
 
     char* mCursor;
     uint32_t mBufferedBytes = 0;
@@ -67,6 +77,11 @@ private:
     int mFileIndex = 1;
     int64_t mKey;
     timespec mCreationTime{};
+    bool mOpenFailureLogged = false;  // for this series
+    uint32_t mBufferedLines = 0;
+    uint32_t mLinesLost = 0;  // of the current file
+    int mLossError = 0;       // errno of its first failed write or fsync
+    const char* mLossWhat = nullptr;
     int mSeriesId[3];
 };
 

@@ -56,6 +56,7 @@ void FileWriter::reserveSpace(bool quiet) {
             if (!formatFits(n)) continue;
             fs::FileInfo info;
             if (fs::stat(path, &info) != 0 || !info.isRegular()) continue;
+            if (isOpenByAWriter(path)) continue;
             candidates.push_back(std::make_unique<DeletionCandidate>(
                     DeletionCandidate{static_cast<uint32_t>(info.size),
                                       static_cast<int32_t>(info.modifiedSeconds), path}));

@@ -86,8 +86,11 @@ void ScenarioRecorder::waitForProducers(std::unique_lock<std::mutex>& lock, Buff
 
 void ScenarioRecorder::writeOut(Buffer* first, bool endOfBatch) {
     std::shared_ptr<FileWriter> writer = getFileWriterFromContainer(first->key);
+    // A series whose open failed tries again with each request; the writer logs the failure
+    // once. A request bound to no series at all is reported each time.
+    if (writer->fd() < 0 && writer->hasSeries()) writer->open(false, nullptr, false);
     if (writer->fd() < 0) {
-        CAM_LOGE(CAMTUNE_RECORDER_NO_FILE_MSG, kServiceFunction);
+        if (!writer->hasSeries()) CAM_LOGE(CAMTUNE_RECORDER_NO_FILE_MSG, kServiceFunction);
         return;
     }
     // The headlines of the whole chain form the request's first line.

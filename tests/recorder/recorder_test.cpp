@@ -94,8 +94,8 @@ TEST_F(FileWriterTest, OpenFailureFallsBackToDataVendorForTheWholeSeries) {
     std::string name = std::filesystem::path(writer->filePath()).filename();
     EXPECT_EQ(writer->filePath(), "/data/vendor/" + name);
     EXPECT_TRUE(mRoot.exists(writer->filePath()));
-    EXPECT_EQ(log.count(Level::Error,
-                        "[open] File writer: file open failed " + kLogFolder + "/" + name),
+    EXPECT_EQ(log.count(Level::Error, "[open] File writer: file open failed " + kLogFolder + "/" +
+                                              name + ": Permission denied"),
               1);
     writer->close();
     ASSERT_TRUE(writer->open(false, nullptr, false));
@@ -111,6 +111,50 @@ TEST_F(FileWriterTest, OpenFailureFallsBackToDataVendorForTheWholeSeries) {
         EXPECT_EQ(failures.count(Level::Error, "[open] " + kNoFile), quiet ? 0 : 1);
         EXPECT_EQ(failures.lines().size(), quiet ? 0u : 2u);
     }
+}
+
+TEST_F(FileWriterTest, AFailedOpenIsRetriedAndLoggedOncePerSeries) {
+    LogCapture log;
+    FileWriter writer(1, 2, 3);
+    writer.setFolder(kLogFolder);
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        fst::failNext(fst::Op::Open, 2, EMFILE);
+        EXPECT_FALSE(writer.open(attempt == 0, "p_", false));
+    }
+    EXPECT_EQ(log.countContaining("file open failed"), 1);
+    EXPECT_EQ(log.countContaining("Too many open files"), 1);
+    EXPECT_EQ(log.count(Level::Error, "[open] " + kNoFile), 1);
+    EXPECT_TRUE(writer.hasSeries());
+    ASSERT_TRUE(writer.open(false, nullptr, false));  // the fault is gone
+    EXPECT_TRUE(mRoot.exists(writer.filePath()));
+    // A new series says it again.
+    writer.close();
+    fst::failNext(fst::Op::Open, 2, EACCES);
+    EXPECT_FALSE(writer.open(true, "p_", false));
+    EXPECT_EQ(log.countContaining("file open failed"), 2);
+}
+
+TEST_F(FileWriterTest, LinesAFailedWriteLosesAreCountedAndLoggedOnceAtClose) {
+    LogCapture log;
+    auto writer = openWriter("p_", false);
+    for (const char* line : {"one", "two", "three"}) writer->onWriteLog(line);
+    fst::failNext(fst::Op::Write, 1, ENOSPC);
+    writer->flush(false);
+    writer->onWriteLog("four");
+    fst::failNext(fst::Op::Write, 1, EIO);
+    fst::failNext(fst::Op::Fsync, 1, EIO);
+    writer->flush(true);
+    writer->onWriteLog("five");
+    writer->flush(false);
+    EXPECT_EQ(writer->linesLost(), 4u);
+    const std::string path = writer->filePath();
+    writer->close();
+    EXPECT_EQ(mRoot.readFile(path), "five\n");
+    EXPECT_EQ(
+            log.count(Level::Error,
+                      "[close] " + path + ": write failed (No space left on device); 4 lines lost"),
+            1);
+    EXPECT_EQ(log.countContaining("lines lost"), 1);
 }
 
 TEST_F(FileWriterTest, FolderFallsBackInOrderWhenFoldersCannotBeMade) {
@@ -222,6 +266,16 @@ TEST_F(ReserveSpaceTest, FailedQueriesDeleteNothing) {
     EXPECT_EQ(log.count(Level::Error, "[reserveSpace] Open folder " + kLogFolder + " failed"), 1);
 }
 
+TEST_F(ReserveSpaceTest, FilesAWriterHoldsOpenAreNeverPruned) {
+    auto open = openWriter("p_");
+    fst::setFreeSpace(0);
+    mWriter.reserveSpace(true);
+    EXPECT_EQ(logFiles(), Strings{std::filesystem::path(open->filePath()).filename()});
+    open->close();
+    mWriter.reserveSpace(true);
+    EXPECT_TRUE(logFiles().empty());
+}
+
 TEST_F(ReserveSpaceTest, OpeningAFilePrunesBeforeCreatingIt) {
     fst::setFreeSpace(kFloor);
     ASSERT_TRUE(mWriter.open(true, "p_", true));
@@ -304,6 +358,25 @@ TEST_F(RecorderTest, PreviewRequestsShareAFileUntilTheUniqueKeyChanges) {
                         "[serviceThreadEntry] ScenarioRecorder is running; flushInterval = 2 ms"),
               1);
     EXPECT_EQ(log.countContaining("Cannot set nice value"), 0);
+}
+
+TEST_F(RecorderTest, APreviewSeriesWhoseOpenFailedGetsItsFileAtTheNextRequest) {
+    LogCapture log;
+    ScenarioRecorder& recorder = start();
+    // Two tries (the folder, then /data/vendor) when the request binds, two when it is written.
+    fst::failNext(fst::Op::Open, 4, EACCES);
+    recorder.recordNddInfo(7, 1, 0, false);
+    recorder.submitRecordText(7, 1, "lost while the folder is closed", nullptr);
+    ASSERT_TRUE(recorder.waitUntilIdle(20s));
+    EXPECT_TRUE(logFiles().empty());
+    recorder.recordNddInfo(7, 2, 0, false);
+    recorder.submitRecordText(7, 2, "written once it opens", nullptr);
+    ASSERT_TRUE(recorder.waitUntilIdle(20s));
+    ASSERT_EQ(logFiles().size(), 1u);
+    EXPECT_EQ(mRoot.readFile(fileOf("000000007_0001_0000_preview__")),
+              "[UKey: 7][ReqNum: 2]\nwritten once it opens\n");
+    EXPECT_EQ(log.countContaining("file open failed"), 1);
+    EXPECT_EQ(log.countContaining("Unable to open file"), 1);
 }
 
 TEST_F(RecorderTest, CaptureGetsItsOwnFileOnceItsLifeIsOverWhilePreviewIsWrittenAtOnce) {
