@@ -10,6 +10,10 @@ LogBuffer::LogBuffer() : cursor(data), headlineCursor(headline) {
     headline[0] = '\0';
 }
 
+LogBuffer::~LogBuffer() {
+    if (liveCount != nullptr) liveCount->fetch_sub(1, std::memory_order_relaxed);
+}
+
 std::unique_ptr<LogBuffer> LogBuffer::clear() {
     sealed.store(0, std::memory_order_relaxed);
     pendingWriters.store(0, std::memory_order_relaxed);

@@ -28,6 +28,7 @@ static_assert(sizeof(LogHeader) == kRecordHeaderSize, "record header layout");
 
 struct LogBuffer {
     LogBuffer();
+    ~LogBuffer();
     LogBuffer(const LogBuffer&) = delete;
     LogBuffer& operator=(const LogBuffer&) = delete;
 
@@ -53,6 +54,8 @@ struct LogBuffer {
     char* headlineCursor;
     char headline[kHeadlineSize + 1];
     uint32_t headlineSpaceLeft = kHeadlineSize;
+    // Count of the recorder's live buffers, taken down when this one goes.
+    std::atomic<size_t>* liveCount = nullptr;
 };
 
 }  // namespace scenariorecorder

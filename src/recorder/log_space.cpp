@@ -1,6 +1,7 @@
 // The producers' side: reserving a record, filling it and handing it over.
 #define LOG_TAG "ScenarioRecorder"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -8,11 +9,14 @@
 
 #include "camtune/platform/clock.h"
 #include "camtune/platform/log.h"
+#include "platform/property_registry.h"
 #include "recorder/scenario_recorder_impl.h"
 
 namespace NSCam {
 namespace TuningUtils {
 namespace scenariorecorder {
+
+namespace props = camtune::props;
 
 namespace {
 
@@ -44,9 +48,33 @@ ScenarioRecorder::BufferPtr ScenarioRecorder::takeEmptyBuffer(std::vector<Buffer
         buffer = std::move(mEmptyBuffers.back());
         mEmptyBuffers.pop_back();
     } else {
-        buffer = std::make_unique<Buffer>();  // not reached: allocLogSpace provides enough
+        buffer = newBuffer();  // not reached: allocLogSpace provides enough
+        mLiveBuffers.fetch_add(1, std::memory_order_relaxed);
     }
     return buffer;
+}
+
+ScenarioRecorder::BufferPtr ScenarioRecorder::newBuffer() {
+    BufferPtr buffer = std::make_unique<Buffer>();
+    buffer->liveCount = &mLiveBuffers;
+    return buffer;
+}
+
+void ScenarioRecorder::dropAtBound(int uniqueKey, int requestNo) {
+    ++mDroppedRecords;
+    if (mBurstDrops++ == 0) {
+        CAM_LOGW(
+                "[%s] record of [UKey: %d][ReqNum: %d] dropped: the recorder holds its bound of "
+                "%zu buffers (%s); records are dropped until the writer catches up",
+                __func__, uniqueKey, requestNo, mMaxBuffers, props::kRecorderMaxMb.name);
+    }
+}
+
+void ScenarioRecorder::endDropBurst() {
+    if (mBurstDrops == 0) return;
+    CAM_LOGW("[%s] recording again after dropping %llu records", __func__,
+             static_cast<unsigned long long>(mBurstDrops));
+    mBurstDrops = 0;
 }
 
 size_t ScenarioRecorder::buffersNeeded(int64_t key, uint32_t recordSize) const {
@@ -84,10 +112,20 @@ bool ScenarioRecorder::allocLogSpace(int uniqueKey, int requestNo, unsigned size
         const size_t needed = buffersNeeded(key, recordSize);
         if (needed <= mEmptyBuffers.size() + spares.size()) break;
         const size_t missing = needed - mEmptyBuffers.size() - spares.size();
+        // Beyond the memory bound the record is dropped: a producer never waits for the disk.
+        const size_t live = mLiveBuffers.load(std::memory_order_relaxed);
+        if (mMaxBuffers != 0 && live + missing > mMaxBuffers) {
+            dropAtBound(uniqueKey, requestNo);
+            return false;
+        }
+        // Counted before they exist, so producers racing here cannot pass the bound together.
+        mLiveBuffers.fetch_add(missing, std::memory_order_relaxed);
+        mPeakBuffers = std::max(mPeakBuffers, live + missing);
         lock.unlock();
-        for (size_t i = 0; i < missing; ++i) spares.push_back(std::make_unique<Buffer>());
+        for (size_t i = 0; i < missing; ++i) spares.push_back(newBuffer());
         lock.lock();
     }
+    endDropBurst();
     Buffer* target = nullptr;
     auto it = mActive.find(key);
     if (it == mActive.end()) {

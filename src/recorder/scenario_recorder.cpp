@@ -32,9 +32,18 @@ ScenarioRecorder::~ScenarioRecorder() {
 void ScenarioRecorder::init() {
     std::lock_guard<std::mutex> startStop(mStartStopLock);
     if (mServiceThread.joinable()) return;  // already running
+    int32_t maxMb = props::getInt(props::kRecorderMaxMb);
+    if (maxMb < 0) {
+        CAM_LOGW("[%s] %s=%d is negative; the default %d MiB applies", __func__,
+                 props::kRecorderMaxMb.name, maxMb, props::defaultInt(props::kRecorderMaxMb));
+        maxMb = props::defaultInt(props::kRecorderMaxMb);
+    }
     {
         std::lock_guard<std::mutex> guard(mLock);
         mStopped = false;
+        // At least one buffer, so a bound below one buffer still records something.
+        const uint64_t bytes = static_cast<uint64_t>(maxMb) * 1024 * 1024;
+        mMaxBuffers = maxMb == 0 ? 0 : std::max<uint64_t>(1, bytes / sizeof(Buffer));
     }
     {
         std::lock_guard<std::mutex> guard(mWriterLock);
@@ -109,6 +118,16 @@ void ScenarioRecorder::unInit() {
     mRetired.erase(std::remove_if(mRetired.begin(), mRetired.end(),
                                   [](const BufferPtr& b) { return !isBusy(b.get()); }),
                    mRetired.end());
+    uint64_t dropped = 0;
+    {
+        std::lock_guard<std::mutex> guard(mLock);
+        dropped = mDroppedRecords;
+        mBurstDrops = 0;
+    }
+    if (dropped > 0) {
+        CAM_LOGW("[%s] %llu records were dropped at the %s bound in this session", __func__,
+                 static_cast<unsigned long long>(dropped), props::kRecorderMaxMb.name);
+    }
 }
 
 void ScenarioRecorder::recordNddInfo(int uniqueKey, int requestNo, int third, bool isCapture) {
@@ -177,7 +196,7 @@ void ScenarioRecorder::openFileWriter(FileWriter* writer, const char* kind) {
 ScenarioRecorder::Stats ScenarioRecorder::stats() const {
     std::lock_guard<std::mutex> guard(mLock);
     return Stats{mToBeFlushed.size(), mWritingList.size(), mEmptyBuffers.size(), mActive.size(),
-                 mProducerWaits};
+                 mProducerWaits,      mLiveBuffers.load(), mPeakBuffers,         mDroppedRecords};
 }
 
 bool ScenarioRecorder::waitUntilIdle(std::chrono::milliseconds timeout) {

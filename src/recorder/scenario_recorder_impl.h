@@ -75,7 +75,10 @@ public:
         size_t writingList;
         size_t emptyBuffers;
         size_t active;
-        size_t producerWaits;  // times the service thread waited for a record still being copied
+        size_t producerWaits;     // times the service thread waited for a record still being copied
+        size_t liveBuffers;       // record buffers allocated now, pooled or in use
+        size_t peakBuffers;       // the most there ever were
+        uint64_t droppedRecords;  // records refused at the memory bound
     };
 
     // Sets the calling thread's nice value; returns 0 or a negative errno.
@@ -165,6 +168,12 @@ private:
     // recorded), removing their files when nothing was written to them.
     void dropIdleCaptureWriters(const std::vector<int64_t>& keys);
     // Takes a recycled buffer or makes a new one. Main lock held.
+    // A fresh buffer counted in mLiveBuffers while it lives (the caller counts it in).
+    BufferPtr newBuffer();
+    // Counts a record refused at the memory bound, logging the first of a burst. Needs mLock.
+    void dropAtBound(int uniqueKey, int requestNo);
+    // Logs the end of a burst of drops, if one was going on. Needs mLock.
+    void endDropBurst();
     // A buffer from `spares`, else from the pool. Called with mLock held.
     BufferPtr takeEmptyBuffer(std::vector<BufferPtr>& spares);
     // Buffers a record of `recordSize` bytes for request `key` takes that it does not hold yet
@@ -192,6 +201,11 @@ private:
     // Lets producers skip the life-cycle lock while no capture request is tracked.
     std::atomic<size_t> mLifeCycleCount{0};
     size_t mProducerWaits = 0;  // under mLock
+    std::atomic<size_t> mLiveBuffers{0};
+    size_t mPeakBuffers = 0;       // under mLock
+    size_t mMaxBuffers = 0;        // 0: no bound; set by init
+    uint64_t mDroppedRecords = 0;  // under mLock
+    uint64_t mBurstDrops = 0;      // of the burst going on, under mLock
     std::atomic<bool> mRunning{false};
     std::condition_variable mWakeUp;
     std::condition_variable mProgress;  // signalled when the queues shrink

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <cstring>
@@ -549,6 +550,50 @@ TEST_F(RecorderTest, ConcurrentProducersRecordEveryLineOnceAndWhole) {
             ASSERT_EQ(seen[recordText(p, seq)], 1) << "producer " << p << " record " << seq;
         }
     }
+}
+
+// Eight producers start requests faster than the held writer can take them: the recorder stays
+// within its bound and drops records instead, and every drop is a line missing from the file.
+TEST_F(RecorderTest, ProducersOutpacingTheWriterStayWithinTheMemoryBound) {
+    constexpr int kProducers = 8;
+    constexpr int kRequestsEach = 40;
+    constexpr int kRecordsEach = 3;
+    mProps.set(props::kRecorderMaxMb, 1);
+    const size_t bound = (size_t{1} << 20) / sizeof(Buffer);
+    LogCapture log;
+    ScenarioRecorder& recorder = make();
+    std::atomic<int> submitted{0};
+    whileHeld(1, 0, [&] {
+        recorder.recordNddInfo(1, 0, 0, false);
+        std::vector<std::thread> producers;
+        for (int p = 0; p < kProducers; ++p) {
+            producers.emplace_back([&recorder, &submitted, p] {
+                for (int r = 0; r < kRequestsEach; ++r) {
+                    const int request = 1 + p * kRequestsEach + r;
+                    for (int i = 0; i < kRecordsEach; ++i) {
+                        const std::string text =
+                                "r" + std::to_string(request) + " #" + std::to_string(i);
+                        recorder.submitRecordText(1, request, text.c_str(), nullptr);
+                        ++submitted;
+                    }
+                }
+            });
+        }
+        for (std::thread& producer : producers) producer.join();
+    });
+    ASSERT_TRUE(recorder.waitUntilIdle(60s));
+    const ScenarioRecorder::Stats stats = recorder.stats();
+    recorder.unInit();
+
+    int written = 0;
+    for (const std::string& line : linesOf("preview")) written += line[0] == 'r';
+    EXPECT_LE(stats.peakBuffers, bound);
+    EXPECT_GT(stats.droppedRecords, 0u);
+    EXPECT_EQ(static_cast<uint64_t>(submitted - written), stats.droppedRecords);
+    EXPECT_EQ(log.countContaining("records were dropped at the"), 1);
+    EXPECT_GE(log.countContaining("dropped: the recorder holds its bound"), 1);
+    // Idle, the pool keeps three buffers and frees the rest.
+    EXPECT_LE(recorder.stats().liveBuffers, kMaxEmptyBuffers);
 }
 
 }  // namespace
