@@ -150,6 +150,7 @@ void FileWriter::close() {
         open.paths.erase(mFilePath);
     }
     if (mLossWhat != nullptr) {
+        if (mLossCounter != nullptr) mLossCounter->fetch_add(mLinesLost, std::memory_order_relaxed);
         CAM_LOGE("[%s] %s: %s failed (%s); %u lines lost", __func__, mFilePath.c_str(), mLossWhat,
                  std::strerror(mLossError), mLinesLost);
         mLossWhat = nullptr;

@@ -6,6 +6,7 @@
 
 #include <time.h>
 
+#include <atomic>
 #include <cstdint>
 #include <string>
 
@@ -39,6 +40,8 @@ public:
     void flush(bool sync);
     // Lines lost by failed writes to the current file.
     uint32_t linesLost() const { return mLinesLost; }
+    // Where the lines a file lost are added up when it closes (null: nowhere).
+    void setLossCounter(std::atomic<uint64_t>* counter) { mLossCounter = counter; }
     void close();
     // Appends `line` and a newline; rolls over to the next file past the size limit.
     void onWriteLog(const char* line);
@@ -82,6 +85,7 @@ private:
     uint32_t mLinesLost = 0;  // of the current file
     int mLossError = 0;       // errno of its first failed write or fsync
     const char* mLossWhat = nullptr;
+    std::atomic<uint64_t>* mLossCounter = nullptr;
     int mSeriesId[3];
 };
 

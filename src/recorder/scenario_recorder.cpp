@@ -190,13 +190,23 @@ void ScenarioRecorder::openFileWriter(FileWriter* writer, const char* kind) {
     char folder[kFolderPathSize];
     getFolderPath(folder, sizeof(folder));
     writer->setFolder(folder);
+    writer->setLossCounter(&mLinesLost);
     writer->open(true, prefix, false);
 }
 
 ScenarioRecorder::Stats ScenarioRecorder::stats() const {
     std::lock_guard<std::mutex> guard(mLock);
-    return Stats{mToBeFlushed.size(), mWritingList.size(), mEmptyBuffers.size(), mActive.size(),
-                 mProducerWaits,      mLiveBuffers.load(), mPeakBuffers,         mDroppedRecords};
+    Stats stats{};
+    stats.toBeFlushed = mToBeFlushed.size();
+    stats.writingList = mWritingList.size();
+    stats.emptyBuffers = mEmptyBuffers.size();
+    stats.active = mActive.size();
+    stats.producerWaits = mProducerWaits;
+    stats.liveBuffers = mLiveBuffers.load();
+    stats.peakBuffers = mPeakBuffers;
+    stats.droppedRecords = mDroppedRecords;
+    stats.linesLost = mLinesLost.load();
+    return stats;
 }
 
 bool ScenarioRecorder::waitUntilIdle(std::chrono::milliseconds timeout) {

@@ -79,6 +79,7 @@ public:
         size_t liveBuffers;       // record buffers allocated now, pooled or in use
         size_t peakBuffers;       // the most there ever were
         uint64_t droppedRecords;  // records refused at the memory bound
+        uint64_t linesLost;       // lines of closed files that failed writes lost
     };
 
     // Sets the calling thread's nice value; returns 0 or a negative errno.
@@ -206,6 +207,7 @@ private:
     size_t mMaxBuffers = 0;        // 0: no bound; set by init
     uint64_t mDroppedRecords = 0;  // under mLock
     uint64_t mBurstDrops = 0;      // of the burst going on, under mLock
+    std::atomic<uint64_t> mLinesLost{0};
     std::atomic<bool> mRunning{false};
     std::condition_variable mWakeUp;
     std::condition_variable mProgress;  // signalled when the queues shrink

@@ -138,6 +138,8 @@ TEST_F(FileWriterTest, AFailedOpenIsRetriedAndLoggedOncePerSeries) {
 TEST_F(FileWriterTest, LinesAFailedWriteLosesAreCountedAndLoggedOnceAtClose) {
     LogCapture log;
     auto writer = openWriter("p_", false);
+    std::atomic<uint64_t> lost{0};
+    writer->setLossCounter(&lost);
     for (const char* line : {"one", "two", "three"}) writer->onWriteLog(line);
     fst::failNext(fst::Op::Write, 1, ENOSPC);
     writer->flush(false);
@@ -156,6 +158,7 @@ TEST_F(FileWriterTest, LinesAFailedWriteLosesAreCountedAndLoggedOnceAtClose) {
                       "[close] " + path + ": write failed (No space left on device); 4 lines lost"),
             1);
     EXPECT_EQ(log.countContaining("lines lost"), 1);
+    EXPECT_EQ(lost.load(), 4u);
 }
 
 TEST_F(FileWriterTest, FolderFallsBackInOrderWhenFoldersCannotBeMade) {

@@ -73,6 +73,7 @@ nlohmann::json toJson(const sim::SimResult& r, const std::string& root) {
     out["seconds"] = r.seconds;
     out["megabytes_per_second"] = r.megabytesPerSecond();
     out["queue_high_water_bytes"] = r.queueHighWater;
+    out["recorder"] = {{"records_dropped", r.recordsDropped}, {"lines_lost", r.linesLost}};
     out["root"] = root;
     out["dump_folder"] = r.dumpFolder;
     out["log_files"] = r.logFiles;
@@ -92,6 +93,11 @@ void printSummary(const sim::SimResult& r, const std::string& root) {
     std::printf("bytes           %lld in %.2f s, %.1f MB/s\n", static_cast<long long>(r.bytes),
                 r.seconds, r.megabytesPerSecond());
     std::printf("queue high mark %lld bytes\n", static_cast<long long>(r.queueHighWater));
+    std::printf(
+            "recorder        %llu records dropped at the memory bound, %llu lines lost to "
+            "failed writes\n",
+            static_cast<unsigned long long>(r.recordsDropped),
+            static_cast<unsigned long long>(r.linesLost));
     std::printf("output root     %s (device paths below are under it)\n", root.c_str());
     std::printf("dumps           %s\n", r.dumpFolder.c_str());
     for (const std::string& file : r.dumpinFiles) std::printf("dump-in list    %s\n", file.c_str());

@@ -474,6 +474,9 @@ bool runSession(const SimOptions& options, const std::function<void(const SimPro
     }
     recorder->waitUntilIdle(std::chrono::seconds(10));
     recorder->unInit();
+    const ScenarioRecorder::Stats recorderStats = recorder->stats();
+    result->recordsDropped = recorderStats.droppedRecords;
+    result->linesLost = recorderStats.linesLost;
     result->logFiles = filesEndingWith(kLogFolder, kLogSuffix);
     result->dumpinFiles = filesEndingWith(kLogFolder, kDumpinSuffix);
     return true;

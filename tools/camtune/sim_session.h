@@ -46,6 +46,8 @@ struct SimResult {
     std::vector<std::string> logFiles;  // device paths of the recorder's logs
     std::vector<std::string> missing;   // device paths of admitted items not found whole
     std::vector<std::string> dumpinFiles;
+    uint64_t recordsDropped = 0;  // by the recorder at its memory bound
+    uint64_t linesLost = 0;       // by the recorder's failed writes
     double megabytesPerSecond() const { return seconds > 0 ? bytes / seconds / 1e6 : 0; }
 };
 
