@@ -95,6 +95,8 @@ public:
     // Observation for tests, tools and benchmarks.
     int64_t queuedSize() const { return mQueuedSize.load(); }
     int64_t failedDumps() const { return mFailedDumps.load(); }
+    // Writer threads running.
+    int writerCount() const { return mThreadCount.load(); }
     bool isRunning() const { return mRunning.load(); }
     std::string dumpFolder() const;
     size_t configEntryCount() const;

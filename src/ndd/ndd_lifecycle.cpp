@@ -11,6 +11,7 @@
 #include "ndd/ndd_impl.h"
 #include "ndd/ndd_messages.h"
 #include "platform/property_registry.h"
+#include "platform/thread_start.h"
 
 namespace NSCam {
 namespace TuningUtils {
@@ -78,7 +79,7 @@ void Ndd::init() {
                 const int count = requested > kMaxThreads ? kMaxThreads : requested;
                 for (int i = 0; i < count && !threadFailed; ++i) {
                     try {
-                        mWriters.emplace_back(&Ndd::consume_request, this, i);
+                        mWriters.push_back(camtune::thread::start(&Ndd::consume_request, this, i));
                     } catch (const std::system_error&) {
                         threadFailed = true;
                     }

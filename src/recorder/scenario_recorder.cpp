@@ -9,6 +9,7 @@
 #include "camtune/platform/log.h"
 #include "camtune/platform/thread.h"
 #include "platform/property_registry.h"
+#include "platform/thread_start.h"
 #include "recorder/scenario_recorder_impl.h"
 
 namespace NSCam {
@@ -51,7 +52,7 @@ void ScenarioRecorder::init() {
     }
     mRunning.store(true);
     try {
-        mServiceThread = std::thread(&ScenarioRecorder::serviceThreadEntry, this);
+        mServiceThread = camtune::thread::start(&ScenarioRecorder::serviceThreadEntry, this);
     } catch (const std::system_error& error) {
         mRunning.store(false);
         throw std::system_error(error.code(), "thread constructor failed");

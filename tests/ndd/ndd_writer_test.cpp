@@ -10,6 +10,8 @@
 #include "camtune/platform/image_buffer.h"
 #include "camtune/platform/properties.h"
 #include "ndd_fixture.h"
+#include "platform/thread_start.h"
+#include "support/log_capture.h"
 
 namespace NSCam {
 namespace TuningUtils {
@@ -137,6 +139,34 @@ TEST_F(NddWriterTest, QueuedItemsAreWrittenByTheWritersInOrder) {
     EXPECT_EQ(folderFile(nameOf("a")), "first");
     EXPECT_EQ(folderFile(nameOf("b")), "second!");
     EXPECT_EQ(mNdd->failedDumps(), 0);
+}
+
+// A process out of threads: NDD runs with the writers it could start, stays off with none, and
+// starts them all once threads can be had again.
+TEST_F(NddWriterTest, WritersThatCannotStartAreReportedAndTheOthersWrite) {
+    struct Case {
+        int failing, passing, writers;
+    } cases[] = {{1, 1, 1}, {1, 0, 0}};
+    for (const Case& c : cases) {
+        camtune::test::LogCapture log;
+        camtune::thread::testing::failNextStarts(c.failing, c.passing);
+        start(kUserStrConfig);
+        EXPECT_EQ(mNdd->writerCount(), c.writers);
+        EXPECT_EQ(log.count(camtune::log::Level::Error, "thread constructor failed"), 1);
+        const std::string item = "w" + std::to_string(c.writers);
+        submit("bytes", item);
+        if (c.writers > 0) {
+            ASSERT_TRUE(waitFor([&] { return drained(); }));
+            EXPECT_EQ(folderFile(nameOf(item)), "bytes");
+        } else {
+            EXPECT_FALSE(folderHas(nameOf(item)));  // off: nothing admitted, nothing queued
+            EXPECT_EQ(mNdd->queuedSize(), 0);
+        }
+        mNdd->uninit();
+        start(kUserStrConfig);
+        EXPECT_EQ(mNdd->writerCount(), 2);
+        mNdd->uninit();
+    }
 }
 
 TEST_F(NddWriterTest, OverTheByteLimitTheCallerWritesAtOnce) {

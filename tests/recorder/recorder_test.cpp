@@ -12,11 +12,13 @@
 #include <regex>
 #include <sstream>
 #include <string>
+#include <system_error>
 #include <thread>
 #include <tuple>
 #include <vector>
 
 #include "camtune/platform/fs.h"
+#include "platform/thread_start.h"
 #include "recorder_fixture.h"
 
 namespace NSCam {
@@ -447,6 +449,26 @@ TEST_F(RecorderTest, ChainedBuffersWriteAllHeadlinesOnTheFirstLine) {
     EXPECT_EQ(linesOf("preview"), expected);
     // The chain's successor is freed, not pooled.
     EXPECT_EQ(recorder.stats().emptyBuffers, 1u);
+}
+
+TEST_F(RecorderTest, AServiceThreadThatCannotStartLeavesTheRecorderOffUntilTheNextInit) {
+    ScenarioRecorder& recorder = make();
+    camtune::thread::testing::failNextStarts(1);
+    try {
+        recorder.init();
+        ADD_FAILURE() << "init did not throw";
+    } catch (const std::system_error& error) {
+        EXPECT_EQ(std::string(error.what()).rfind("thread constructor failed", 0), 0u)
+                << error.what();
+    }
+    EXPECT_FALSE(recorder.isInitialised());
+    EXPECT_FALSE(recorder.submitRecordText(1, 1, "dropped", nullptr));
+    EXPECT_EQ(recorder.stats().liveBuffers, 0u);
+    recorder.init();
+    recorder.recordNddInfo(1, 1, 0, false);
+    EXPECT_TRUE(recorder.submitRecordText(1, 1, "recorded", nullptr));
+    ASSERT_TRUE(recorder.waitUntilIdle(20s));
+    EXPECT_EQ(linesOf("preview"), (Strings{"[UKey: 1][ReqNum: 1]", "recorded"}));
 }
 
 TEST_F(RecorderTest, RequestWithoutFileIsDroppedWithAnError) {
