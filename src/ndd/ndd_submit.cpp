@@ -92,8 +92,13 @@ void Ndd::submit_request(eCategory category, eModule module, NddData& data, IIma
     {
         NamedTrace trace(kImageTrace, moduleName);
         // The planes are copied now: the pipeline reuses the buffer once this call returns.
-        DumpBytes copy = copyImage(image);
-        if (copy.empty()) {
+        // Past the byte limit the copy would only grow the queue: the caller writes instead.
+        const int64_t limit = mLimitedSize.load(std::memory_order_relaxed);
+        const bool overLimit = limit != 0 && mQueuedSize.load() > limit;
+        DumpBytes copy = overLimit ? DumpBytes() : copyImage(image);
+        if (overLimit) {
+            if (writeImageNow(path, image)) reportWritten(data, path);
+        } else if (copy.empty()) {
             CAM_LOGE(ndd_msg::kAllocationFailed, static_cast<long>(mQueuedSize.load()));
             if (writeImageNow(path, image)) reportWritten(data, path);
         } else {

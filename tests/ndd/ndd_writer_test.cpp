@@ -171,13 +171,20 @@ TEST_F(NddWriterTest, WritersThatCannotStartAreReportedAndTheOthersWrite) {
 
 TEST_F(NddWriterTest, OverTheByteLimitTheCallerWritesAtOnce) {
     mProps.set(props::kNddLimitedSize, 1000);
-    start(kUserStrConfig);
+    start(std::string(kUserStrConfig) + "Preview,Default,[Prefix]_[Format],Capture,IMGO,1,0\n");
     mNdd->setWritersPaused(true);
     submit(std::string(1500, 'q'), "queued");
     EXPECT_EQ(mNdd->queuedSize(), 1500);
     submit("direct", "direct");  // 1500 queued > 1000: written on this thread
     EXPECT_EQ(folderFile(nameOf("direct")), "direct");
     EXPECT_FALSE(folderHas(nameOf("queued")));
+    EXPECT_EQ(mNdd->queuedSize(), 1500);
+    // Image copies count against the same limit.
+    auto image = HostImageBuffer::create(eImgFmt_NV21, MSize{4, 2});
+    ASSERT_NE(image, nullptr);
+    NddData data = item();
+    mNdd->submit_request(eCategory_Capture, eModule_IMGO, data, image.get(), __FILE__, __LINE__);
+    EXPECT_TRUE(folderHas("000001234-0005-0001_nv21"));
     EXPECT_EQ(mNdd->queuedSize(), 1500);
     mNdd->setWritersPaused(false);
     ASSERT_TRUE(waitFor([&] { return drained(); }));
