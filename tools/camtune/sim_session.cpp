@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fstream>
+#include <iterator>
 #include <memory>
 #include <mutex>
 #include <sstream>
@@ -106,6 +107,9 @@ private:
 };
 
 // What was handed over, and which files must be on disk at the end.
+// A long session checks the files already written this often, to keep its ledger short.
+constexpr int kSettleEveryFrames = 256;
+
 class Ledger {
 public:
     void submitted(bool admitted, int64_t bytes) {
@@ -121,6 +125,7 @@ public:
     void expect(const std::string& path, int64_t size) {
         std::lock_guard<std::mutex> guard(mLock);
         mExpected.emplace_back(path, size);
+        ++mExpectedCount;
     }
     void sampleQueue(int64_t queued) {
         std::lock_guard<std::mutex> guard(mLock);
@@ -135,17 +140,38 @@ public:
         return mBytes;
     }
 
+    // Counts the expected files already on disk whole and forgets them, so a long session's
+    // ledger holds only what the writers have not finished. The files are looked at without
+    // the lock, which producers take for every item.
+    void settle() {
+        std::vector<std::pair<std::string, int64_t>> pending;
+        {
+            std::lock_guard<std::mutex> guard(mLock);
+            pending.swap(mExpected);
+        }
+        int64_t whole = 0;
+        auto unfinished = std::remove_if(pending.begin(), pending.end(), [&](const auto& item) {
+            const bool done = isWhole(item.first, item.second);
+            whole += done;
+            return done;
+        });
+        pending.erase(unfinished, pending.end());
+        std::lock_guard<std::mutex> guard(mLock);
+        mWritten += whole;
+        mExpected.insert(mExpected.end(), std::make_move_iterator(pending.begin()),
+                         std::make_move_iterator(pending.end()));
+    }
+
     void fill(SimResult* result) {
         std::lock_guard<std::mutex> guard(mLock);
+        result->written = mWritten;
         result->submitted = mSubmitted;
         result->admitted = mAdmitted;
         result->refused = mRefused;
         result->bytes = mBytes;
         result->queueHighWater = mHighWater;
         for (const auto& [path, size] : mExpected) {
-            fs::FileInfo info;
-            if (fs::stat(path.c_str(), &info) == 0 && info.isRegular() &&
-                info.size == static_cast<uint64_t>(size)) {
+            if (isWhole(path, size)) {
                 ++result->written;
             } else {
                 ++result->failed;
@@ -153,17 +179,25 @@ public:
             }
         }
         // An admitted item NDD could not name has no path to look for.
-        result->failed += mAdmitted - static_cast<int64_t>(mExpected.size());
+        result->failed += mAdmitted - mExpectedCount;
     }
 
 private:
+    static bool isWhole(const std::string& path, int64_t size) {
+        fs::FileInfo info;
+        return fs::stat(path.c_str(), &info) == 0 && info.isRegular() &&
+               info.size == static_cast<uint64_t>(size);
+    }
+
     std::mutex mLock;
     int64_t mSubmitted = 0;
     int64_t mAdmitted = 0;
     int64_t mRefused = 0;
     int64_t mBytes = 0;
     int64_t mHighWater = 0;
-    std::vector<std::pair<std::string, int64_t>> mExpected;
+    std::vector<std::pair<std::string, int64_t>> mExpected;  // not yet seen whole on disk
+    int64_t mExpectedCount = 0;                              // every path NDD named
+    int64_t mWritten = 0;                                    // seen whole by settle()
 };
 
 size_t imageBytes(const IImageBuffer& image) {
@@ -459,6 +493,7 @@ bool runSession(const SimOptions& options, const std::function<void(const SimPro
                                         std::chrono::duration<double>(frame / options.fps)));
             }
             session.runFrame(frame, recorder);
+            if ((frame + 1) % kSettleEveryFrames == 0) session.ledger().settle();
             if (progress) {
                 const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
                 progress(SimProgress{frame + 1, options.frames, session.ledger().items(),
