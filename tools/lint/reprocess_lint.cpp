@@ -97,6 +97,23 @@ private:
         if (trimmed(line) != marker) report(lint::format(lint::kMarkerWithText, marker));
     }
 
+    // Reports a number field the library cannot read (`notANumber`, then false: the library
+    // throws) or reads as less than it says (`misread`).
+    bool checkDecimal(const std::string& text, const char* notANumber, const char* misread) {
+        int number = 0;
+        switch (readDecimal(text, &number)) {
+            case Decimal::Invalid:
+                report(lint::format(notANumber, text.c_str()));
+                return false;
+            case Decimal::Misread:
+                report(lint::format(misread, text.c_str(), number));
+                return true;
+            case Decimal::Exact:
+                return true;
+        }
+        return true;
+    }
+
     // False when the library would throw on this line, which is then not applied.
     bool checkEntry(const std::string& line) {
         std::string missing = lint::checkEntrySeparators(line);
@@ -104,32 +121,15 @@ private:
         std::string rest = line;
         TUNING_CFG_T entry;
         NSCam::TuningUtils::Extract_Tuning_CFG(rest, entry);
-        int number = 0;
-        switch (readDecimal(entry.str_reqNum, &number)) {
-            case Decimal::Invalid:
-                report(lint::format(lint::kReprocRequestNaN, entry.str_reqNum.c_str()));
-                return false;
-            case Decimal::Misread:
-                report(lint::format(lint::kReprocRequestMisread, entry.str_reqNum.c_str(), number));
-                break;
-            case Decimal::Exact:
-                break;
+        if (!checkDecimal(entry.str_reqNum, lint::kReprocRequestNaN, lint::kReprocRequestMisread)) {
+            return false;
         }
         const std::string bare = trimmed(entry.str_format);
         if (bare != entry.str_format) {
             report(lint::format(lint::kFormatBlanks, entry.str_format.c_str(), bare.c_str()));
         }
         if (contains(entry.str_format, kNr3dWord)) {
-            switch (readDecimal(entry.str_file, &number)) {
-                case Decimal::Invalid:
-                    report(lint::format(lint::kNr3dNaN, entry.str_file.c_str()));
-                    return false;
-                case Decimal::Misread:
-                    report(lint::format(lint::kNr3dMisread, entry.str_file.c_str(), number));
-                    break;
-                case Decimal::Exact:
-                    break;
-            }
+            if (!checkDecimal(entry.str_file, lint::kNr3dNaN, lint::kNr3dMisread)) return false;
         } else if (!contains(entry.str_format, kFrameNoKeyword)) {
             std::string bad = lint::checkPath(entry.str_file);
             if (!bad.empty()) report(bad);
