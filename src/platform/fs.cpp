@@ -27,6 +27,8 @@ struct Faults {
     std::array<int, kOpCount> error{};
     bool freeSpaceSet = false;
     uint64_t freeSpace = 0;
+    int shortWrites = 0;
+    size_t shortWriteBytes = 0;
 };
 
 // Set while any fault or free-space override is armed, so the common path tests one flag.
@@ -38,7 +40,7 @@ Faults& faults() {
 }
 
 void updateArmed(Faults& f) {
-    bool armed = f.freeSpaceSet;
+    bool armed = f.freeSpaceSet || f.shortWrites > 0;
     for (int count : f.remaining) armed = armed || count > 0;
     gArmed.store(armed, std::memory_order_release);
 }
@@ -116,6 +118,15 @@ int close(int fd) {
 
 ssize_t write(int fd, const void* data, size_t size) {
     if (injectFault(testing::Op::Write)) return -1;
+    if (gArmed.load(std::memory_order_acquire)) {
+        Faults& f = faults();
+        std::lock_guard<std::mutex> guard(f.lock);
+        if (f.shortWrites > 0) {
+            --f.shortWrites;
+            if (size > f.shortWriteBytes) size = f.shortWriteBytes;
+            updateArmed(f);
+        }
+    }
     return ::write(fd, data, size);
 }
 
@@ -259,6 +270,14 @@ void failNext(Op op, int count, int err, int passes) {
     updateArmed(f);
 }
 
+void shortenNextWrites(int count, size_t bytes) {
+    Faults& f = faults();
+    std::lock_guard<std::mutex> guard(f.lock);
+    f.shortWrites = count;
+    f.shortWriteBytes = bytes;
+    updateArmed(f);
+}
+
 void setFreeSpace(uint64_t bytes) {
     Faults& f = faults();
     std::lock_guard<std::mutex> guard(f.lock);
@@ -279,6 +298,7 @@ void reset() {
     std::lock_guard<std::mutex> guard(f.lock);
     f.remaining.fill(0);
     f.freeSpaceSet = false;
+    f.shortWrites = 0;
     updateArmed(f);
 }
 

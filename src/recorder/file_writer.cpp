@@ -124,13 +124,23 @@ bool FileWriter::open(bool newSeries, const char* prefix, bool quiet) {
 
 void FileWriter::flush(bool sync) {
     if (mBufferedBytes > 0 && mFd >= 0) {
-        // A short or failed write is not retried: the log is best effort and must not stall.
-        const ssize_t written = fs::write(mFd, mBuffer, mBufferedBytes);
-        if (written != static_cast<ssize_t>(mBufferedBytes)) {
-            // A short write keeps the lines it completed.
+        // A short write goes on with the rest; a failed one is not retried: the log is best
+        // effort and must not stall. The lines it completed are kept.
+        size_t written = 0;
+        int error = 0;
+        while (written < mBufferedBytes) {
+            const ssize_t n = fs::write(mFd, mBuffer + written, mBufferedBytes - written);
+            if (n < 0 && errno == EINTR) continue;
+            if (n <= 0) {
+                error = n < 0 ? errno : ENOSPC;
+                break;
+            }
+            written += static_cast<size_t>(n);
+        }
+        if (written < mBufferedBytes) {
             uint32_t kept = 0;
-            for (ssize_t i = 0; i < written; ++i) kept += mBuffer[i] == '\n';
-            noteLoss("write", written < 0 ? errno : ENOSPC, mBufferedLines - kept);
+            for (size_t i = 0; i < written; ++i) kept += mBuffer[i] == '\n';
+            noteLoss("write", error, mBufferedLines - kept);
         }
     }
     if (sync && mFd >= 0 && fs::fsync(mFd) != 0) noteLoss("fsync", errno, 0);

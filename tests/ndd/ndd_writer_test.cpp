@@ -290,7 +290,13 @@ TEST_F(NddWriterTest, FailuresAreLoggedCountedAndLeaveNoPartialFile) {
         NddData data = item();
         data.userStr = "f";
         ndd.submit_request(eCategory_Capture, eModule_AAO, data, "data", 4, __FILE__, __LINE__);
+        ASSERT_TRUE(waitFor([&] { return ndd.failedDumps() == 1; })) << c.what;
+        EXPECT_EQ(ndd.queuedSize(), 0) << c.what;  // the failed item's bytes are released
+        // Once the fault is gone the next item is written.
+        data.userStr = "g";
+        ndd.submit_request(eCategory_Capture, eModule_AAO, data, "next", 4, __FILE__, __LINE__);
         ndd.uninit();
+        EXPECT_EQ(folderFile(nameOf("g")), "next") << c.what;
         EXPECT_EQ(log.count(Level::Error, c.message), 1) << c.what;
         EXPECT_EQ(log.count(Level::Error, "Dump Failed"), c.directWrite ? 0 : 1) << c.what;
         EXPECT_EQ(ndd.failedDumps(), 1) << c.what;
@@ -298,6 +304,18 @@ TEST_F(NddWriterTest, FailuresAreLoggedCountedAndLeaveNoPartialFile) {
         EXPECT_FALSE(folderHas(nameOf("f"))) << c.what;
         fs::testing::reset();
     }
+}
+
+TEST_F(NddWriterTest, ShortWritesAreFinished) {
+    start(kUserStrConfig);
+    mNdd->setWritersPaused(true);
+    submit("queued item", "q");
+    fs::testing::shortenNextWrites(3, 4);
+    mNdd->setWritersPaused(false);
+    ASSERT_TRUE(waitFor([&] { return drained(); }));
+    mNdd->uninit();
+    EXPECT_EQ(folderFile(nameOf("q")), "queued item");
+    EXPECT_EQ(mNdd->failedDumps(), 0);
 }
 
 TEST(BufferPoolTest, ReusesTheSmallestFittingCopyWithinItsBounds) {

@@ -150,6 +150,7 @@ TEST_F(FileWriterTest, LinesAFailedWriteLosesAreCountedAndLoggedOnceAtClose) {
     fst::failNext(fst::Op::Fsync, 1, EIO);
     writer->flush(true);
     writer->onWriteLog("five");
+    fst::shortenNextWrites(2, 2);  // a short write is finished, not lost
     writer->flush(false);
     EXPECT_EQ(writer->linesLost(), 4u);
     const std::string path = writer->filePath();

@@ -119,6 +119,9 @@ enum class Op { Open, Write, Read, Fsync, Fopen, Mkdir, Stat, Statvfs, Opendir, 
 // After `passes` more calls of `op` succeed, the next `count` calls fail with `err` (errno)
 // without touching the file system.
 void failNext(Op op, int count, int err, int passes = 0);
+// The next `count` writes write at most `bytes` bytes each, as a write to a nearly full disk or
+// an interrupted one may; the caller must write the rest.
+void shortenNextWrites(int count, size_t bytes);
 // statvfs reports `bytes` of free and available space until clearFreeSpace().
 void setFreeSpace(uint64_t bytes);
 void clearFreeSpace();
