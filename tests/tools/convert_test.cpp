@@ -429,7 +429,7 @@ TEST_F(ConvertTest, SimDumpsShowTheirBars) {
          stdfs::directory_iterator(sim + "/data/vendor/camera_dump/UKey000000001")) {
         const std::string path = entry.path().string();
         if (entry.path().extension() == ".nv21") images.push_back(path);
-        if (entry.path().extension() == ".raw") raws.push_back(path);
+        if (entry.path().extension() == ".packed_word") raws.push_back(path);
     }
     ASSERT_EQ(images.size(), 3u);
     ASSERT_EQ(raws.size(), 1u);
@@ -445,8 +445,8 @@ TEST_F(ConvertTest, SimDumpsShowTheirBars) {
             }
         }
     }
-    // Its raw name has no geometry: the options give it, and the mosaic is the bars' luma.
-    run = convert(raws, {"--size", "64x32", "--format", "bayer10", "--plane"});
+    // The capture's raw frame is named with its geometry; its mosaic is the bars' luma.
+    run = convert(raws, {"--plane"});
     ASSERT_EQ(run.status, 0) << run.err;
     const PngImage mosaic = readBack(output(raws[0]));
     for (int bar = 0; bar < 8; ++bar) {

@@ -109,14 +109,15 @@ TEST_F(ReportTest, PageListsEveryRequestAndDumpAndLoadsNothing) {
     const int dumps = dumpsNaming("000000001-");
     EXPECT_EQ(summary["dumps"], dumps);
     EXPECT_EQ(summary["requests"], 6);
-    // Every YUV image has a picture; the raw names give no geometry.
-    EXPECT_EQ(summary["thumbnails"], dumpsNaming(".nv21"));
+    // Every image has a picture: the YUV ones and the capture's raw frames.
+    const int images = dumpsNaming(".nv21") + dumpsNaming(".packed_word");
+    EXPECT_EQ(summary["thumbnails"], images);
 
     const std::string html = readFile(page);
     EXPECT_EQ(countOf(html, "<article class=\"request capture\""), 2);
     EXPECT_EQ(countOf(html, "<article class=\"request preview\""), 4);
     EXPECT_EQ(countOf(html, "<tr class=\"dump\""), dumps);
-    EXPECT_EQ(countOf(html, "<img "), dumpsNaming(".nv21"));
+    EXPECT_EQ(countOf(html, "<img "), images);
     EXPECT_NE(html.find("[UKey: 1][ReqNum: 2], capture done"), std::string::npos);
     EXPECT_NE(html.find("<td class=\"type\">decision</td>"), std::string::npos);
     for (const char* fetch : {"src=\"http", "href=\"http", "url(", "<link", "src=\"//"}) {
@@ -204,7 +205,9 @@ TEST_F(ReportTest, BrowserShowsThePicturesAndFilters) {
         ASSERT_FALSE(dom.empty()) << "chromium rendered nothing for #" << c.hash;
         EXPECT_EQ(bodyNumber(dom, "data-visible-rows"), c.rows) << c.hash;
         EXPECT_EQ(bodyNumber(dom, "data-visible-requests"), c.requests) << c.hash;
-        EXPECT_EQ(bodyNumber(dom, "data-images-loaded"), dumpsNaming(".nv21")) << c.hash;
+        EXPECT_EQ(bodyNumber(dom, "data-images-loaded"),
+                  dumpsNaming(".nv21") + dumpsNaming(".packed_word"))
+                << c.hash;
         EXPECT_EQ(countOf(dom, "<tr class=\"dump\"[^>]*>") -
                           countOf(dom, "<tr class=\"dump\"[^>]* hidden[^>]*>"),
                   c.rows)

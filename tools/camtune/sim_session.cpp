@@ -292,10 +292,14 @@ public:
                 NddData captured = record(metas[i], mOptions.sensors[i], NAMING_STAGE_P1);
                 p1.push_back([this, frame, captured] {
                     NddData data = captured;
-                    const std::vector<uint8_t> raw = packedBayerFrame(
-                            mOptions.rawWidth, mOptions.rawHeight, static_cast<uint32_t>(frame));
-                    submit(eCategory_Capture, eModule_IMGO, data, raw.data(),
-                           static_cast<int>(raw.size()));
+                    // The sensor's frame as the P1 node hands it over: a packed 10-bit image
+                    // whose name carries its size, bit depth, Bayer order and padding.
+                    auto raw = HostImageBuffer::create(
+                            eImgFmt_BAYER10, MSize{mOptions.rawWidth, mOptions.rawHeight});
+                    if (raw) {
+                        fillPattern(*raw, static_cast<uint32_t>(frame));
+                        submitImage(eCategory_Capture, eModule_IMGO, data, raw.get());
+                    }
                     // The JPEG node offers its file too; the example configuration declines it.
                     data.stage = NAMING_STAGE_Default;
                     submitBytes(eCategory_Capture, eModule_JPG, data, kJpegBytes, frame);
