@@ -185,6 +185,8 @@ private:
     static bool isBusy(const Buffer* first);
 
     mutable std::mutex mLock;
+    // Declared before the buffers so that it outlives them: each buffer counts itself out.
+    std::atomic<size_t> mLiveBuffers{0};
     std::deque<BufferPtr> mToBeFlushed;
     std::deque<BufferPtr> mEmptyBuffers;
     std::unordered_map<int64_t, BufferPtr> mActive;
@@ -202,7 +204,6 @@ private:
     // Lets producers skip the life-cycle lock while no capture request is tracked.
     std::atomic<size_t> mLifeCycleCount{0};
     size_t mProducerWaits = 0;  // under mLock
-    std::atomic<size_t> mLiveBuffers{0};
     size_t mPeakBuffers = 0;       // under mLock
     size_t mMaxBuffers = 0;        // 0: no bound; set by init
     uint64_t mDroppedRecords = 0;  // under mLock
