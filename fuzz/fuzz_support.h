@@ -11,6 +11,7 @@
 #include <cstring>
 #include <fstream>
 #include <string>
+#include <vector>
 
 #include "camtune/platform/fs.h"
 #include "camtune/platform/log.h"
@@ -54,10 +55,13 @@ inline void setUpRoot() {
     log::setThreshold(log::Level::Silent);
 }
 
-// Writes `size` bytes to the device path `path` (under the root), creating its folders.
+// Writes `size` bytes to the device path `path` (under the root), creating its folders. The
+// old file is removed first: truncating one makes ext4 flush it to disk at close, which would
+// bound a run by the disk.
 inline void writeDeviceFile(const char* path, const uint8_t* data, size_t size) {
     std::string folder(path, std::strrchr(path, '/') - path);
     if (!folder.empty() && fs::makePath(folder.c_str(), 0755) != 0) fail("makePath");
+    fs::unlink(path);
     std::ofstream out(fs::hostPath(path), std::ios::binary | std::ios::trunc);
     out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
     out.close();
@@ -86,6 +90,36 @@ bool linesInRange(const Findings& findings, int lines) {
     }
     return true;
 }
+
+// A buffer of `size` bytes followed by guard bytes, all filled with one known byte, to see what
+// a function wrote into it and whether it wrote past its end.
+class GuardedBuffer {
+public:
+    static constexpr size_t kGuardSize = 32;
+    static constexpr char kFill = '\x5a';
+
+    explicit GuardedBuffer(size_t size) : mSize(size), mBytes(size + kGuardSize, kFill) {}
+
+    char* data() { return mBytes.data(); }
+    const char* data() const { return mBytes.data(); }
+    size_t size() const { return mSize; }
+
+    bool guardIntact() const { return allFill(mSize, mBytes.size()); }
+    bool untouched() const { return allFill(0, mBytes.size()); }
+    // A terminator within the buffer's own bytes.
+    bool terminated() const { return std::memchr(mBytes.data(), '\0', mSize) != nullptr; }
+
+private:
+    bool allFill(size_t from, size_t to) const {
+        for (size_t i = from; i < to; ++i) {
+            if (mBytes[i] != kFill) return false;
+        }
+        return true;
+    }
+
+    size_t mSize;
+    std::vector<char> mBytes;
+};
 
 }  // namespace fuzz
 }  // namespace camtune

@@ -41,13 +41,28 @@ bool isTrimmed(const std::string& text) {
     return text.empty() || (!isBlank(text.front()) && !isBlank(text.back()));
 }
 
+std::string trimmed(const std::string& text) {
+    size_t first = 0;
+    size_t last = text.size();
+    while (first < last && isBlank(text[first])) ++first;
+    while (last > first && isBlank(text[last - 1])) --last;
+    return text.substr(first, last - first);
+}
+
 void checkLine(const std::string& line) {
     std::string key;
     std::string value;
     if (camtune::parsePropertyLine(line, &key, &value) != camtune::PropertyLine::Entry) return;
-    camtune::fuzz::check(!key.empty() && key.find('=') == std::string::npos,
-                         "entry key empty or holding '='");
-    camtune::fuzz::check(isTrimmed(key) && isTrimmed(value), "entry not trimmed");
+    camtune::fuzz::check(!key.empty(), "entry key empty");
+    const std::string text = trimmed(line);
+    if (text[0] == '[') {
+        // What getprop prints is taken as it stands between the brackets.
+        camtune::fuzz::check(text == "[" + key + "]: [" + value + "]",
+                             "getprop entry not read between its brackets");
+    } else {
+        camtune::fuzz::check(key.find('=') == std::string::npos, "entry key holding '='");
+        camtune::fuzz::check(isTrimmed(key) && isTrimmed(value), "entry not trimmed");
+    }
     checkInt32(value);
 }
 

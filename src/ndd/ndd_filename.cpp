@@ -35,6 +35,16 @@ int sensorColourOrder(int sensorId, int fallback) {
     return info.sensorFormatOrder;
 }
 
+// Why `name` cannot be a file in the dump folder, as a log format taking the name; null when
+// it can.
+const char* unusableName(const std::string& name) {
+    if (name.find('/') != std::string::npos) return ndd_msg::kNameWithSlash;
+    // A pattern may hold a NUL byte; the file opened would be named only up to it.
+    if (name.find('\0') != std::string::npos) return ndd_msg::kNameWithNul;
+    if (name == "." || name == "..") return ndd_msg::kNameIsFolder;
+    return nullptr;
+}
+
 }  // namespace
 
 std::string Ndd::get_filename(eCategory category, eModule module, NddData& data,
@@ -93,8 +103,8 @@ bool Ndd::composePath(eCategory category, eModule module, NddData& data, IImageB
         mFailedDumps.fetch_add(1);
         return false;
     }
-    if (name.find('/') != std::string::npos) {
-        CAM_LOGE(ndd_msg::kNameWithSlash, name.c_str());
+    if (const char* why = unusableName(name)) {
+        CAM_LOGE(why, name.c_str());
         mFailedDumps.fetch_add(1);
         return false;
     }

@@ -57,6 +57,10 @@ inline constexpr char kEmptyName[] =
         "(%s, %s, %s, %s) has no file-name format in the configuration; item not dumped";
 inline constexpr char kNameWithSlash[] =
         "file name (%s) holds a \"/\" and would leave the dump folder; item not dumped";
+inline constexpr char kNameWithNul[] =
+        "file name (%s) holds a NUL byte and would be cut there; item not dumped";
+inline constexpr char kNameIsFolder[] =
+        "file name (%s) names the dump folder or its parent, not a file; item not dumped";
 inline constexpr char kPathTooLong[] = "file path (%s) does not fit %d bytes; item not dumped";
 inline constexpr char kQueriedPath[] = "Queried File Path: %s";
 inline constexpr char kNullImage[] = "ImgBuf submission is NULL!";
