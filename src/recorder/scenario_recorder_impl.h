@@ -203,7 +203,7 @@ private:
     std::unordered_map<int64_t, std::unique_ptr<LifeCycleControl>> mLifeCycles;
     // Lets producers skip the life-cycle lock while no capture request is tracked.
     std::atomic<size_t> mLifeCycleCount{0};
-    size_t mProducerWaits = 0;  // under mLock
+    size_t mProducerWaits = 0;     // under mLock
     size_t mPeakBuffers = 0;       // under mLock
     size_t mMaxBuffers = 0;        // 0: no bound; set by init
     uint64_t mDroppedRecords = 0;  // under mLock

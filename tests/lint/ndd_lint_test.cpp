@@ -38,6 +38,10 @@ TEST(NddLintTest, ReportsWhatTheLibraryWouldStopAtMisreadOrNeverMatch) {
              "1: [Format] in the pattern of LTMSO, which is dumped from raw buffers: it adds "
              "nothing and logs an error\n"},
             {"Preview,Default,[Prefix].[Format],Capture,IMGO,1,0\n", ""},
+            // Trailing text that happens to read like a finding does not end the check.
+            {"Preview,Default,[Prefix],Capture,AAO,1 stops reading,0\nshort line\n",
+             "1: enable \"1 stops reading\" has trailing text: it reads as 1\n"
+             "2: 1 fields instead of 7: the library stops reading the file here\n"},
             {"Preview,Default,,Capture,IMGO,1,0\n",
              "1: empty file-name pattern: the item is refused\n"},
             {"Preview,Default,a/[Prefix],Capture,IMGO,1,0\n",

@@ -134,6 +134,14 @@ TEST_F(ParseTest, EveryFileOfASessionDecodes) {
     EXPECT_EQ(kinds, (std::set<std::string>{"ndd", "recorder_log", "dumpin_list"}));
 }
 
+TEST_F(ParseTest, NamesThatAreNotUtf8StayValidJson) {
+    CliRun run = runCli({"parse", "--json", "abc\xff.bin"});
+    EXPECT_EQ(run.status, 1) << run.err;
+    const Json decoded = Json::parse(run.out);  // throws on invalid JSON
+    ASSERT_EQ(decoded.size(), 1u);
+    EXPECT_TRUE(decoded[0].contains("error"));
+}
+
 TEST_F(ParseTest, EveryNddNamingRuleDecodes) {
     // The sim's items named with every rule, an unknown one and, for arrays, no format.
     const std::string config = writeConfig(

@@ -13,6 +13,7 @@
 #include "image_file.h"
 #include "image_geometry.h"
 #include "image_names.h"
+#include "json_text.h"
 #include "png_writer.h"
 
 namespace camtune {
@@ -262,7 +263,7 @@ int runConvert(const Args& args) {
         }
         results.push_back(std::move(entry));
     }
-    if (json) std::printf("%s\n", results.dump(2).c_str());
+    if (json) std::printf("%s\n", jsonText(results, 2).c_str());
     return status;
 }
 

@@ -8,6 +8,7 @@
 #include "camtune/ndd.h"
 #include "cli_parse.h"
 #include "command.h"
+#include "json_text.h"
 #include "recorder/recorder_constants.h"
 
 namespace camtune {
@@ -155,7 +156,7 @@ int encode(KeyKind kind, const std::vector<std::string>& texts, bool json) {
     out["hex"] = hex64(key);
     if (!note.empty()) out["note"] = note;
     if (json) {
-        std::printf("%s\n", out.dump(2).c_str());
+        std::printf("%s\n", jsonText(out, 2).c_str());
     } else {
         std::printf("%" PRId64 " %s\n", key, hex64(key).c_str());
         if (!note.empty()) std::fprintf(stderr, "camtune key: note: %s\n", note.c_str());
@@ -231,8 +232,9 @@ int decode(KeyKind kind, const std::vector<std::string>& texts, bool json) {
             std::printf("%s:", texts[i].c_str());
             for (auto it = out.begin(); it != out.end(); ++it) {
                 if (it.key() == "input" || it.key() == "kind" || it.key() == "note") continue;
-                std::printf(" %s=%s", it.key().c_str(),
-                            it->is_string() ? it->get<std::string>().c_str() : it->dump().c_str());
+                std::printf(
+                        " %s=%s", it.key().c_str(),
+                        it->is_string() ? it->get<std::string>().c_str() : jsonText(*it).c_str());
             }
             std::printf("\n");
             if (out.contains("note")) {
@@ -242,7 +244,7 @@ int decode(KeyKind kind, const std::vector<std::string>& texts, bool json) {
         }
         array.push_back(std::move(out));
     }
-    if (json) std::printf("%s\n", array.dump(2).c_str());
+    if (json) std::printf("%s\n", jsonText(array, 2).c_str());
     return status;
 }
 

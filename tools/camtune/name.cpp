@@ -7,6 +7,7 @@
 #include "camtune/platform/image_format.h"
 #include "cli_parse.h"
 #include "command.h"
+#include "json_text.h"
 #include "name_options.h"
 #include "naming/name_catalog.h"
 #include "naming/prefix.h"
@@ -42,7 +43,7 @@ int listKinds(bool json) {
             std::printf("%s\n", kind.c_str());
         }
     }
-    if (json) std::printf("%s\n", out.dump(2).c_str());
+    if (json) std::printf("%s\n", jsonText(out, 2).c_str());
     return 0;
 }
 
@@ -59,7 +60,7 @@ int listFormats(bool json) {
             std::printf("%-14s %s\n", table[i].name, code);
         }
     }
-    if (json) std::printf("%s\n", out.dump(2).c_str());
+    if (json) std::printf("%s\n", jsonText(out, 2).c_str());
     return 0;
 }
 
@@ -104,7 +105,7 @@ int runName(const Args& args) {
                     " characters does not fit in the name");
     }
     if (json) {
-        std::printf("%s\n", Json({{"kind", request.kind}, {"name", name}}).dump(2).c_str());
+        std::printf("%s\n", jsonText(Json({{"kind", request.kind}, {"name", name}}), 2).c_str());
     } else {
         std::printf("%s\n", name);
     }

@@ -6,6 +6,7 @@
 #include "cli_parse.h"
 #include "command.h"
 #include "example_files.h"
+#include "json_text.h"
 #include "parse_kinds.h"
 
 namespace camtune {
@@ -67,7 +68,7 @@ std::string textOf(const parse::Fields& value) {
         }
         return joined.empty() ? "none" : joined;
     }
-    return value.dump();
+    return jsonText(value);
 }
 
 std::string textLine(const std::string& name, const parse::Decoded& decoded) {
@@ -153,7 +154,7 @@ int runParse(const Args& args) {
         entry["fields"] = decoded.fields;
         array.push_back(std::move(entry));
     }
-    if (json) std::printf("%s\n", array.dump(2).c_str());
+    if (json) std::printf("%s\n", jsonText(array, 2).c_str());
     return status;
 }
 

@@ -11,6 +11,7 @@
 #include "camtune/platform/properties.h"
 #include "cli_parse.h"
 #include "command.h"
+#include "json_text.h"
 #include "lint/edit_distance.h"
 #include "platform/property_parse.h"
 #include "platform/property_registry.h"
@@ -150,8 +151,7 @@ int runProps(const Args& args) {
             out.push_back(entry);
         }
         // Values are the user's bytes: anything that is not UTF-8 is replaced, not passed on.
-        std::printf("%s\n",
-                    out.dump(2, ' ', false, nlohmann::json::error_handler_t::replace).c_str());
+        std::printf("%s\n", jsonText(out, 2).c_str());
         return 0;
     }
     std::printf("%-52s %-6s %-26s %-26s %s\n", "NAME", "TYPE", "DEFAULT", "VALUE", "MEANING");

@@ -7,6 +7,7 @@
 #include "command.h"
 #include "example_files.h"
 #include "image_file.h"
+#include "json_text.h"
 #include "parse_kinds.h"
 #include "report_html.h"
 #include "report_scan.h"
@@ -101,7 +102,7 @@ int runReport(const Args& args) {
         return fail(1, message);
     }
     if (json) {
-        std::printf("%s\n", summaryJson(scan, page).dump(2).c_str());
+        std::printf("%s\n", jsonText(summaryJson(scan, page), 2).c_str());
     } else {
         size_t thumbnails = 0;
         for (const report::DumpEntry& dump : scan.dumps) thumbnails += !dump.thumbnail.empty();

@@ -5,6 +5,7 @@
 #include <set>
 #include <tuple>
 
+#include "json_text.h"
 #include "report_assets.h"
 
 namespace camtune {
@@ -63,7 +64,7 @@ std::string fieldText(const parse::Fields& value) {
         for (const auto& item : value) joined += (joined.empty() ? "" : ",") + fieldText(item);
         return joined;
     }
-    return value.dump();
+    return jsonText(value);
 }
 
 // The fields a row shows beside its own columns.

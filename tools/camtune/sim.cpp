@@ -12,6 +12,7 @@
 #include "cli_parse.h"
 #include "command.h"
 #include "example_files.h"
+#include "json_text.h"
 #include "sim_pattern.h"
 #include "sim_session.h"
 
@@ -197,7 +198,7 @@ int runSim(const Args& args) {
     if (!sim::runSession(options, progress, &result, &error)) return fail(error);
     if (terminal) std::printf("\n");
     if (json) {
-        std::printf("%s\n", toJson(result, options.root).dump(2).c_str());
+        std::printf("%s\n", jsonText(toJson(result, options.root), 2).c_str());
     } else {
         printSummary(result, options.root);
     }

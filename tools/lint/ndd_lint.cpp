@@ -81,8 +81,9 @@ struct Vocabulary {
 };
 
 // The enable and dump-in fields: read as std::stoi reads them, which stops at the first
-// character that is not part of a number and skips leading blanks.
-void checkNumber(const std::string& field, const char* what, int line,
+// character that is not part of a number and skips leading blanks. Returns false when the
+// library stops reading the file at this line.
+bool checkNumber(const std::string& field, const char* what, int line,
                  std::vector<LintFinding>* findings) {
     errno = 0;
     char* end = nullptr;
@@ -91,13 +92,13 @@ void checkNumber(const std::string& field, const char* what, int line,
         findings->push_back({line, std::string(what) + " " + quoted(field) +
                                            " is not a number: the library stops reading the "
                                            "file at this line"});
-        return;
+        return false;
     }
     if (errno == ERANGE || value < INT_MIN || value > INT_MAX) {
         findings->push_back({line, std::string(what) + " " + quoted(field) +
                                            " is out of range: the library stops reading the "
                                            "file at this line"});
-        return;
+        return false;
     }
     if (*end != '\0') {
         findings->push_back({line, std::string(what) + " " + quoted(field) +
@@ -107,6 +108,7 @@ void checkNumber(const std::string& field, const char* what, int line,
         findings->push_back({line, std::string(what) + " " + quoted(field) + " reads as " +
                                            std::to_string(value)});
     }
+    return true;
 }
 
 void checkPattern(const std::string& pattern, const std::string& module, int line,
@@ -165,15 +167,10 @@ std::vector<LintFinding> lintNddConfig(std::istream& in) {
         const std::string& pattern = fields[2];
         const std::string& category = fields[3];
         const std::string& module = fields[4];
-        const size_t before = findings.size();
-        checkNumber(fields[5], "enable", line, &findings);
-        checkNumber(fields[6], "dump-in", line, &findings);
-        const bool stops =
-                std::any_of(findings.begin() + static_cast<std::ptrdiff_t>(before), findings.end(),
-                            [](const LintFinding& f) {
-                                return f.message.find("stops reading") != std::string::npos;
-                            });
-        if (stops) break;
+        // Both fields are read before the library gives up on the line.
+        const bool enableRead = checkNumber(fields[5], "enable", line, &findings);
+        const bool dumpinRead = checkNumber(fields[6], "dump-in", line, &findings);
+        if (!enableRead || !dumpinRead) break;
         if (!feature.empty() && !vocabulary.features.contains(feature)) {
             findings.push_back({line, vocabulary.features.unknown(feature)});
         }
