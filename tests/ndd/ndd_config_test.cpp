@@ -228,6 +228,20 @@ TEST_F(NddConfigTest, MakeDirCreatesTheFolderOnceAndCopiesTheConfiguration) {
     }
 }
 
+TEST_F(NddConfigTest, AFolderThatCannotBeMadeIsMadeAtTheNextDump) {
+    start("");
+    LogCapture log;
+    camtune::fs::testing::failNext(camtune::fs::testing::Op::Mkdir, 1, EACCES);
+    mNdd->make_ndd_dir();
+    EXPECT_EQ(log.count(camtune::log::Level::Error, std::string("Fail to create directory ") +
+                                                            kDefaultFolder +
+                                                            " : 13[Permission denied]"),
+              1);
+    EXPECT_FALSE(mRoot.exists(kDefaultFolder));
+    mNdd->make_ndd_dir();  // the fault is gone
+    EXPECT_TRUE(mRoot.exists(kDefaultFolder));
+}
+
 TEST_F(NddConfigTest, MakeDirReportsAMissingRoot) {
     mProps.set(props::kNddRootPath, std::string("/no/such/root/"));
     start("");
