@@ -94,6 +94,12 @@ public:
 
     // Observation for tests, tools and benchmarks.
     int64_t queuedSize() const { return mQueuedSize.load(); }
+    // True while the queued copies hold more than `limited_size` bytes (never with no limit):
+    // the caller then writes at once instead of queueing another copy.
+    bool overByteLimit() const {
+        const int64_t limit = mLimitedSize.load(std::memory_order_relaxed);
+        return limit != 0 && mQueuedSize.load() > limit;
+    }
     int64_t failedDumps() const { return mFailedDumps.load(); }
     // Writer threads running.
     int writerCount() const { return mThreadCount.load(); }

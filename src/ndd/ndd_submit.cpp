@@ -45,9 +45,7 @@ void Ndd::submit_request(eCategory category, eModule module, NddData& data, cons
     const char* moduleName = mTables->getModuleName(module);
     {
         NamedTrace trace(kBufferTrace, moduleName);
-        const int64_t limit = mLimitedSize.load(std::memory_order_relaxed);
-        const bool overLimit = limit != 0 && mQueuedSize.load() > limit;
-        if (overLimit || mDirectWrite.load(std::memory_order_relaxed)) {
+        if (overByteLimit() || mDirectWrite.load(std::memory_order_relaxed)) {
             // The pipeline thread pays for the write instead of the memory growing further.
             if (writeNow(path, buffer, static_cast<size_t>(size), ndd_msg::kDirectOpenFailed)) {
                 reportWritten(data, path);
@@ -93,13 +91,14 @@ void Ndd::submit_request(eCategory category, eModule module, NddData& data, IIma
         NamedTrace trace(kImageTrace, moduleName);
         // The planes are copied now: the pipeline reuses the buffer once this call returns.
         // Past the byte limit the copy would only grow the queue: the caller writes instead.
-        const int64_t limit = mLimitedSize.load(std::memory_order_relaxed);
-        const bool overLimit = limit != 0 && mQueuedSize.load() > limit;
-        DumpBytes copy = overLimit ? DumpBytes() : copyImage(image);
-        if (overLimit) {
-            if (writeImageNow(path, image)) reportWritten(data, path);
-        } else if (copy.empty()) {
-            CAM_LOGE(ndd_msg::kAllocationFailed, static_cast<long>(mQueuedSize.load()));
+        DumpBytes copy;
+        if (!overByteLimit()) {
+            copy = copyImage(image);
+            if (copy.empty()) {
+                CAM_LOGE(ndd_msg::kAllocationFailed, static_cast<long>(mQueuedSize.load()));
+            }
+        }
+        if (copy.empty()) {
             if (writeImageNow(path, image)) reportWritten(data, path);
         } else {
             size = copy.size();

@@ -20,6 +20,9 @@ namespace props = camtune::props;
 
 namespace {
 
+// A new request's buffer, and a chained one when the record does not fit after its headline.
+constexpr size_t kMaxNewBuffersPerRecord = 2;
+
 // Smallest record: a header and the terminator of an empty text, rounded up.
 constexpr uint32_t kMinRecordSize = kRecordHeaderSize + 4;
 
@@ -109,6 +112,8 @@ bool ScenarioRecorder::allocLogSpace(int uniqueKey, int requestNo, unsigned size
     std::unique_lock<std::mutex> lock(mLock);
     for (;;) {
         if (mStopped) return false;
+        // A record takes at most two new buffers: with that many pooled, nothing to count.
+        if (mEmptyBuffers.size() + spares.size() >= kMaxNewBuffersPerRecord) break;
         const size_t needed = buffersNeeded(key, recordSize);
         if (needed <= mEmptyBuffers.size() + spares.size()) break;
         const size_t missing = needed - mEmptyBuffers.size() - spares.size();
