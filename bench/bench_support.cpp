@@ -8,6 +8,7 @@
 #include <new>
 
 #include "camtune/platform/fs.h"
+#include "platform/host/root.h"
 
 namespace {
 std::atomic<uint64_t> gAllocations{0};
@@ -40,7 +41,7 @@ uint64_t allocationCount() {
 ScratchRoot::ScratchRoot() {
     std::string pattern = (std::filesystem::temp_directory_path() / "camtune-bench-XXXXXX");
     if (::mkdtemp(pattern.data()) != nullptr) mPath = pattern;
-    fs::setRoot(mPath.c_str());
+    host::setRoot(mPath.c_str());
 }
 
 ScratchRoot::~ScratchRoot() {
@@ -50,7 +51,7 @@ ScratchRoot::~ScratchRoot() {
 
 void ScratchRoot::clearFolder(const char* folder) {
     std::error_code ignored;
-    for (const auto& entry : std::filesystem::directory_iterator(fs::hostPath(folder), ignored)) {
+    for (const auto& entry : std::filesystem::directory_iterator(host::hostPath(folder), ignored)) {
         std::filesystem::remove(entry.path(), ignored);
     }
 }

@@ -1,21 +1,25 @@
 # Installs libcamtune, its public headers and a CMake package, so another project can do
 #   find_package(camtune REQUIRED)
 #   target_link_libraries(app PRIVATE camtune::camtune)
+# and, for tests of pipeline code on a host, camtune::testing.
 include(CMakePackageConfigHelpers)
 
 set(CAMTUNE_INSTALL_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/camtune)
 
-install(TARGETS camtune
+install(TARGETS camtune camtune_testing
     EXPORT camtuneTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
     INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
-# Only include/camtune is public; subsystem-private headers stay in src/.
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/camtune
-    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-    FILES_MATCHING PATTERN "*.h")
+# Only include/camtune is public, with the host backend's framework types and the testing
+# seams under the same camtune/ tree; subsystem-private headers stay in src/.
+foreach(dir include src/platform/host/include src/platform/host/testing/include)
+    install(DIRECTORY ${PROJECT_SOURCE_DIR}/${dir}/camtune
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+        FILES_MATCHING PATTERN "*.h")
+endforeach()
 
 install(EXPORT camtuneTargets
     NAMESPACE camtune::

@@ -6,10 +6,11 @@
 #include <string>
 
 #include "camtune/file_read_rule.h"
-#include "camtune/platform/image_buffer.h"
+#include "camtune/platform/host_image_buffer.h"
 #include "camtune/platform/properties.h"
 #include "fuzz_support.h"
 #include "lint/dumpin_lint.h"
+#include "platform/host/root.h"
 #include "platform/property_registry.h"
 
 namespace {
@@ -85,9 +86,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     camtune::fuzz::check(
             camtune::fuzz::linesInRange(findings, camtune::fuzz::lineCount(data, size)),
             "lint finding outside the input's lines");
-    int status =
-            camtune::dumpin::lintFile(camtune::dumpin::LintTarget::DumpinList,
-                                      camtune::fs::hostPath(kListPath).c_str(), gDevNull, gDevNull);
+    int status = camtune::dumpin::lintFile(camtune::dumpin::LintTarget::DumpinList,
+                                           camtune::host::hostPath(kListPath).c_str(), gDevNull,
+                                           gDevNull);
     // The lint command adds what it finds of the file as a whole (empty, bare CR line ends).
     const bool anything =
             !findings.empty() ||

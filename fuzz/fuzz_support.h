@@ -15,6 +15,7 @@
 
 #include "camtune/platform/fs.h"
 #include "camtune/platform/log.h"
+#include "platform/host/root.h"
 
 namespace camtune {
 namespace fuzz {
@@ -51,7 +52,7 @@ inline void setUpRoot() {
     if (::mkdtemp(&pattern[0]) == nullptr) fail("mkdtemp");
     rootPath() = pattern;
     std::atexit(removeRoot);
-    fs::setRoot(pattern.c_str());
+    host::setRoot(pattern.c_str());
     log::setThreshold(log::Level::Silent);
 }
 
@@ -62,7 +63,7 @@ inline void writeDeviceFile(const char* path, const uint8_t* data, size_t size) 
     std::string folder(path, std::strrchr(path, '/') - path);
     if (!folder.empty() && fs::makePath(folder.c_str(), 0755) != 0) fail("makePath");
     fs::unlink(path);
-    std::ofstream out(fs::hostPath(path), std::ios::binary | std::ios::trunc);
+    std::ofstream out(host::hostPath(path), std::ios::binary | std::ios::trunc);
     out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
     out.close();
     if (!out) fail("cannot write an input file");

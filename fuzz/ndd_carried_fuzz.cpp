@@ -21,6 +21,7 @@
 #include "fuzz_support.h"
 #include "ndd/carried_record.h"
 #include "ndd_session.h"
+#include "platform/host/root.h"
 
 namespace {
 
@@ -186,7 +187,7 @@ std::map<std::string, std::set<std::string>> expectedFiles(const IMetadata& meta
 }
 
 std::string readFile(const std::string& path) {
-    std::ifstream in(camtune::fs::hostPath(path.c_str()), std::ios::binary);
+    std::ifstream in(camtune::host::hostPath(path.c_str()), std::ios::binary);
     std::ostringstream text;
     text << in.rdbuf();
     return text.str();

@@ -8,6 +8,7 @@
 
 #include "fuzz_support.h"
 #include "platform/host/property_file.h"
+#include "platform/host/root.h"
 #include "platform/property_parse.h"
 
 namespace {
@@ -85,7 +86,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
 
     camtune::fuzz::writeDeviceFile(kSeedFile, data, size);
-    camtune::fuzz::check(camtune::host::loadPropertyFile(camtune::fs::hostPath(kSeedFile).c_str()),
-                         "loadPropertyFile failed on a readable file");
+    camtune::fuzz::check(
+            camtune::host::loadPropertyFile(camtune::host::hostPath(kSeedFile).c_str()),
+            "loadPropertyFile failed on a readable file");
     return 0;
 }

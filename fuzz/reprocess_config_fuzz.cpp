@@ -11,6 +11,7 @@
 #include "camtune/file_read_rule.h"
 #include "fuzz_support.h"
 #include "lint/dumpin_lint.h"
+#include "platform/host/root.h"
 #include "platform/property_registry.h"
 
 namespace {
@@ -82,7 +83,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     // The linter reports every line the parser would throw on.
     camtune::fuzz::check(!threw || !findings.empty(), "initReprocInfo threw on a clean file");
     int status = camtune::dumpin::lintFile(camtune::dumpin::LintTarget::ReprocessConfig,
-                                           camtune::fs::hostPath(kConfigPath).c_str(), gDevNull,
+                                           camtune::host::hostPath(kConfigPath).c_str(), gDevNull,
                                            gDevNull);
     // The lint command adds what it finds of the file as a whole (empty, bare CR line ends).
     const bool anything =

@@ -17,6 +17,7 @@ android_headers=/usr/include/android
 stub_headers=$repo/scripts/android-stub-include
 cxx=${CXX_ANDROID_CHECK:-clang++}
 flags=(-std=c++17 -Wall -Wextra -Werror -I"$repo/include" -I"$repo/src"
+       -I"$repo/src/platform/host/testing/include"
        -isystem "$android_headers" -isystem "$stub_headers")
 
 fail() {

@@ -27,6 +27,8 @@ cmake -S "$repo/tests/consumer" -B "$work/build" -G Ninja -DCMAKE_BUILD_TYPE=Rel
 cmake --build "$work/build" -j2 >"$work/build.log" ||
     { cat "$work/build.log" >&2; fail "building the consumer"; }
 "$work/build/camtune_consumer" || fail "the consumer ran but camtune misbehaved"
+"$work/build/camtune_consumer_test" || fail "camtune::testing's seams did not reach the library"
+[[ -f $work/prefix/include/camtune/platform/testing.h ]] || fail "camtune/platform/testing.h not installed"
 if [[ -x $work/prefix/bin/camtune ]]; then
     "$work/prefix/bin/camtune" --help >/dev/null || fail "the installed camtune tool does not run"
 fi

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Lists the dynamic symbols libcamtune exports and fails when one names anything the public
-# headers (include/camtune) do not declare: every internal that leaks becomes ABI.
+# headers (include/camtune, and on a host the host backend's framework types in
+# src/platform/host/include/camtune) do not declare: every internal that leaks becomes ABI.
 # A symbol passes when each part of its qualified name (namespaces, classes, the function or
 # variable itself; template arguments and parameter lists aside) is a word of a public header.
 # Usage: scripts/check-exports.sh [build-dir]   (default: build/default)
@@ -22,9 +23,10 @@ symbols=$(nm -D --defined-only -C "$library" | awk '$2 ~ /^[TWDBRVu]$/ { $1 = ""
 
 # Words of the public headers after macro expansion (names such as genFileName_HW_AAO are
 # pasted by a macro), from the preprocessed text of the headers themselves only.
-mapfile -t headers < <(cd "$repo/include" && find camtune -name '*.h' | sort)
+public_dirs=("$repo/include" "$repo/src/platform/host/include")
+mapfile -t headers < <(for dir in "${public_dirs[@]}"; do (cd "$dir" && find camtune -name '*.h'); done | sort)
 public_words() {
-    "${CXX:-g++}" -std=c++17 -E -I "$repo/include" "${headers[@]/#/-include}" -x c++ /dev/null |
+    "${CXX:-g++}" -std=c++17 -E "${public_dirs[@]/#/-I}" "${headers[@]/#/-include}" -x c++ /dev/null |
         awk '/^# [0-9]+ "/ { ours = ($3 ~ /include\/camtune\//); next } ours' |
         grep -oE '[A-Za-z_][A-Za-z0-9_]*' | sort -u
 }

@@ -8,7 +8,7 @@
 namespace camtune {
 namespace thread {
 
-// Throws std::system_error(EAGAIN), as std::thread does, while a test has armed a failure.
+// Throws std::system_error(EAGAIN), as std::thread does, when a host test has armed a failure.
 void throwIfStartFails();
 
 // A std::thread running `args...`; throws std::system_error when none can be started.
@@ -18,11 +18,5 @@ std::thread start(Args&&... args) {
     return std::thread(std::forward<Args>(args)...);
 }
 
-namespace testing {
-
-// After `passes` more starts succeed, the next `count` fail (count 0 disarms).
-void failNextStarts(int count, int passes = 0);
-
-}  // namespace testing
 }  // namespace thread
 }  // namespace camtune

@@ -5,7 +5,7 @@
 #include <tuple>
 
 #include "camtune/file_read_rule.h"
-#include "camtune/platform/image_buffer.h"
+#include "camtune/platform/host_image_buffer.h"
 #include "dumpin_fixture.h"
 
 namespace camtune {

@@ -9,6 +9,7 @@
 
 #include "camtune/file_read_rule.h"
 #include "camtune/platform/fs.h"
+#include "camtune/platform/testing.h"
 #include "dumpin_fixture.h"
 
 namespace camtune {

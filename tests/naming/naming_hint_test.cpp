@@ -4,6 +4,7 @@
 #include "camtune/platform/image_buffer.h"
 #include "camtune/platform/metadata.h"
 #include "camtune/platform/sensor_list.h"
+#include "camtune/platform/testing.h"
 
 namespace {
 

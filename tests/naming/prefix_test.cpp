@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "camtune/platform/fs.h"
+#include "camtune/platform/testing.h"
 #include "naming/naming_fixture.h"
 #include "support/log_capture.h"
 

@@ -5,6 +5,7 @@
 
 #include "camtune/platform/fs.h"
 #include "camtune/platform/properties.h"
+#include "camtune/platform/testing.h"
 #include "ndd/config_table.h"
 #include "ndd_fixture.h"
 

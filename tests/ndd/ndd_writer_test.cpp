@@ -7,10 +7,10 @@
 #include <random>
 
 #include "camtune/odt.h"
-#include "camtune/platform/image_buffer.h"
+#include "camtune/platform/host_image_buffer.h"
 #include "camtune/platform/properties.h"
+#include "camtune/platform/testing.h"
 #include "ndd_fixture.h"
-#include "platform/thread_start.h"
 #include "support/log_capture.h"
 
 namespace NSCam {

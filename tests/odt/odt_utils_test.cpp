@@ -13,6 +13,7 @@
 
 #include "camtune/platform/fs.h"
 #include "camtune/platform/properties.h"
+#include "camtune/platform/testing.h"
 #include "odt/odt_line_format.h"
 #include "support/log_capture.h"
 #include "support/property_scope.h"

@@ -46,8 +46,6 @@ struct Guarded {
 
 TEST(FsAbi, EveryCallStaysInsideTheCallersStructs) {
     test::TempRoot root;
-    EXPECT_EQ(fs::root(), root.path());
-    EXPECT_EQ(fs::hostPath("/d"), root.path() + "/d");
     ASSERT_EQ(fs::makePath("/d/sub", 0755), 0);
     ASSERT_EQ(fs::mkdir("/d/other", 0755), 0);
 

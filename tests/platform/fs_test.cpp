@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+#include "camtune/platform/testing.h"
+#include "platform/host/root.h"
 #include "support/temp_root.h"
 
 namespace camtune {
@@ -20,23 +22,32 @@ using fs::testing::Op;
 
 TEST(FsRoot, AbsolutePathsAreResolvedUnderTheRoot) {
     test::TempRoot root;
-    EXPECT_EQ(fs::hostPath("/data/vendor/x"), root.path() + "/data/vendor/x");
-    EXPECT_EQ(fs::hostPath("relative/x"), root.path() + "/relative/x");
-    EXPECT_EQ(fs::hostPath(""), "");
+    EXPECT_EQ(host::hostPath("/data/vendor/x"), root.path() + "/data/vendor/x");
+    EXPECT_EQ(host::hostPath("relative/x"), root.path() + "/relative/x");
+    EXPECT_EQ(host::hostPath(""), "");
     EXPECT_FALSE(fs::UniqueFd(fs::open("", O_RDONLY)).isValid());
     // A path already inside the root is not prefixed twice.
-    EXPECT_EQ(fs::hostPath((root.path() + "/a").c_str()), root.path() + "/a");
+    EXPECT_EQ(host::hostPath((root.path() + "/a").c_str()), root.path() + "/a");
+    fs::testing::setRoot((root.path() + "///").c_str());
+    EXPECT_EQ(host::hostPath("/x"), root.path() + "/x");
+}
 
-    fs::setRoot("");
-    EXPECT_EQ(fs::hostPath("/data/vendor/x"), "/data/vendor/x");
-    EXPECT_EQ(fs::hostPath("relative/x"), "relative/x");
-    fs::setRoot((root.path() + "///").c_str());
-    EXPECT_EQ(fs::hostPath("/x"), root.path() + "/x");
+TEST(FsRoot, TheTestRootTakesPrecedenceOverTheBackendsOwn) {
+    test::TempRoot root;
+    const std::string previous = host::root();
+    host::setRoot("/backend/root");
+    EXPECT_EQ(host::hostPath("/x"), root.path() + "/x");
+    fs::testing::setRoot("");
+    EXPECT_EQ(host::hostPath("/x"), "/backend/root/x");
+    host::setRoot("/");
+    EXPECT_EQ(host::hostPath("/data/vendor/x"), "/data/vendor/x");
+    EXPECT_EQ(host::hostPath("relative/x"), "relative/x");
+    host::setRoot(previous.c_str());
 }
 
 TEST(FsRoot, MakePathCreatesAMissingRoot) {
     test::TempRoot root;
-    fs::setRoot((root.path() + "/fresh/root").c_str());
+    fs::testing::setRoot((root.path() + "/fresh/root").c_str());
     ASSERT_EQ(fs::makePath("/data/vendor", 0660), 0);
     EXPECT_TRUE(root.exists(root.path() + "/fresh/root/data/vendor"));
 }

@@ -1,11 +1,10 @@
-#include "camtune/platform/image_buffer.h"
-
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
 #include "camtune/platform/fs.h"
+#include "camtune/platform/host_image_buffer.h"
 #include "camtune/platform/image_format.h"
 #include "support/temp_root.h"
 

@@ -10,6 +10,7 @@
 #include "camtune/platform/file_cache.h"
 #include "camtune/platform/fs.h"
 #include "camtune/platform/sensor_list.h"
+#include "camtune/platform/testing.h"
 #include "camtune/platform/thread.h"
 #include "camtune/platform/trace.h"
 #include "support/temp_root.h"

@@ -16,6 +16,7 @@
 
 #include "camtune/platform/clock.h"
 #include "camtune/platform/fs.h"
+#include "camtune/platform/testing.h"
 #include "recorder/scenario_recorder_impl.h"
 #include "support/log_capture.h"
 #include "support/property_scope.h"

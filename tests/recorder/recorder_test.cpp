@@ -18,7 +18,7 @@
 #include <vector>
 
 #include "camtune/platform/fs.h"
-#include "platform/thread_start.h"
+#include "camtune/platform/testing.h"
 #include "recorder_fixture.h"
 
 namespace NSCam {

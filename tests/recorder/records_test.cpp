@@ -9,6 +9,7 @@
 #include "camtune/ndd.h"
 #include "camtune/platform/metadata.h"
 #include "camtune/platform/sensor_list.h"
+#include "camtune/platform/testing.h"
 #include "recorder_fixture.h"
 
 namespace NSCam {

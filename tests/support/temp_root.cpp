@@ -7,29 +7,32 @@
 #include <fstream>
 #include <sstream>
 
-#include "camtune/platform/fs.h"
+#include "camtune/platform/testing.h"
 
 namespace camtune {
 namespace test {
 
-TempRoot::TempRoot() : mPreviousRoot(fs::root()) {
+TempRoot::TempRoot() : mPreviousRoot(fs::testing::root()) {
     std::string pattern = (std::filesystem::temp_directory_path() / "camtune-XXXXXX").string();
     char* made = ::mkdtemp(pattern.data());
     if (made == nullptr) ADD_FAILURE() << "mkdtemp failed for " << pattern;
     mPath = pattern;
-    fs::setRoot(mPath.c_str());
+    fs::testing::setRoot(mPath.c_str());
     fs::testing::reset();
 }
 
 TempRoot::~TempRoot() {
     fs::testing::reset();
-    fs::setRoot(mPreviousRoot.c_str());
+    fs::testing::setRoot(mPreviousRoot.c_str());
     std::error_code ignored;
     std::filesystem::remove_all(mPath, ignored);
 }
 
 std::string TempRoot::hostPath(const std::string& devicePath) const {
-    return fs::hostPath(devicePath.c_str());
+    // A path already under the root (one this returned) stays as it is.
+    if (devicePath.compare(0, mPath.size() + 1, mPath + "/") == 0) return devicePath;
+    return devicePath.empty() || devicePath[0] == '/' ? mPath + devicePath
+                                                      : mPath + "/" + devicePath;
 }
 
 void TempRoot::writeFile(const std::string& devicePath, const std::string& content) const {

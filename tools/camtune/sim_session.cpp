@@ -18,11 +18,12 @@
 #include "camtune/ndd.h"
 #include "camtune/odt.h"
 #include "camtune/platform/fs.h"
-#include "camtune/platform/image_buffer.h"
+#include "camtune/platform/host_image_buffer.h"
 #include "camtune/platform/metadata.h"
 #include "camtune/platform/properties.h"
 #include "camtune/scenario_recorder.h"
 #include "ndd/ndd_impl.h"
+#include "platform/host/root.h"
 #include "platform/property_registry.h"
 #include "recorder/scenario_recorder_impl.h"
 #include "sim_pattern.h"
@@ -224,7 +225,7 @@ bool copyIn(const std::string& from, const char* to, std::string* error) {
     std::unique_ptr<FILE, fs::FileCloser> out(fs::fopen(to, "wb"));
     const std::string bytes = text.str();
     if (!out || std::fwrite(bytes.data(), 1, bytes.size(), out.get()) != bytes.size()) {
-        *error = std::string("cannot write ") + fs::hostPath(to) + ": " + std::strerror(errno);
+        *error = std::string("cannot write ") + host::hostPath(to) + ": " + std::strerror(errno);
         return false;
     }
     return true;
@@ -467,9 +468,9 @@ void setProperties(const SimOptions& options) {
 
 bool runSession(const SimOptions& options, const std::function<void(const SimProgress&)>& progress,
                 SimResult* result, std::string* error) {
-    fs::setRoot(options.root.c_str());
+    host::setRoot(options.root.c_str());
     if (fs::makePath(kLogFolder, 0777) != 0) {
-        *error = "cannot make " + fs::hostPath(kLogFolder) + ": " + std::strerror(errno);
+        *error = "cannot make " + host::hostPath(kLogFolder) + ": " + std::strerror(errno);
         return false;
     }
     if (!copyIn(options.config, kConfigDevicePath, error)) return false;

@@ -16,7 +16,7 @@ CAMTUNE_EXPORT_BEGIN
 namespace camtune {
 namespace clock {
 
-// CLOCK_REALTIME, or the test clock while one is set.
+// CLOCK_REALTIME (on a host, a test clock while one is set).
 timespec realtime();
 // CLOCK_MONOTONIC in nanoseconds, for intervals and deadlines: never stepped, and not moved by
 // the test clock.
@@ -25,15 +25,6 @@ int64_t monotonicNs();
 bool localTime(time_t seconds, std::tm* out);
 int processId();
 
-namespace testing {
-
-// From now on realtime() reports `now`, moved on only by advance().
-void setRealtime(timespec now);
-void advance(int seconds);
-// Back to the system clock.
-void reset();
-
-}  // namespace testing
 }  // namespace clock
 }  // namespace camtune
 

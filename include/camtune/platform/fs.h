@@ -4,6 +4,7 @@
 // "/data/vendor/camera_dump/x" lands in "$CAMTUNE_ROOT/data/vendor/camera_dump/x". Relative paths
 // are taken from "/" (the camera service's working folder), so they land under the root too.
 // Names the library composes and returns never change; only the place they are opened moves.
+// On a device the paths are used as they are.
 //
 // Results follow POSIX: -1 with errno set on failure, unless a function says otherwise.
 #pragma once
@@ -39,14 +40,6 @@ struct SpaceInfo {
     uint64_t availableBytes = 0;  // to unprivileged processes
     uint64_t blockSize = 0;
 };
-
-// The path an operation on `path` really touches (the CAMTUNE_ROOT remapping).
-std::string hostPath(const char* path);
-
-// The folder absolute paths are resolved under ("" for none). Starts as CAMTUNE_ROOT; a host
-// program or a test may change it.
-std::string root();
-void setRoot(const char* root);
 
 int open(const char* path, int flags, mode_t mode = 0);
 int close(int fd);
@@ -110,25 +103,6 @@ struct DirCloser {
     }
 };
 
-// Fault injection for tests: make operations fail or report chosen free space, without
-// filling a disk or revoking permissions.
-namespace testing {
-
-enum class Op { Open, Write, Read, Fsync, Fopen, Mkdir, Stat, Statvfs, Opendir, Unlink, Rename };
-
-// After `passes` more calls of `op` succeed, the next `count` calls fail with `err` (errno)
-// without touching the file system.
-void failNext(Op op, int count, int err, int passes = 0);
-// The next `count` writes write at most `bytes` bytes each, as a write to a nearly full disk or
-// an interrupted one may; the caller must write the rest.
-void shortenNextWrites(int count, size_t bytes);
-// statvfs reports `bytes` of free and available space until clearFreeSpace().
-void setFreeSpace(uint64_t bytes);
-void clearFreeSpace();
-// Removes every armed fault and the free-space override.
-void reset();
-
-}  // namespace testing
 }  // namespace fs
 }  // namespace camtune
 

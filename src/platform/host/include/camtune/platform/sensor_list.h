@@ -1,8 +1,9 @@
-// IHalSensorList: the sensors of the device.
+// IHalSensorList: the sensors of the device. On a host, two sensors: open id 0 is device 1
+// ("main", colour order 0) and open id 1 is device 2 ("sub", colour order 1); camtune::testing
+// can set others.
 #pragma once
 
 #include <cstdint>
-#include <vector>
 
 #include "camtune/export.h"
 
@@ -28,22 +29,6 @@ public:
     virtual void querySensorStaticInfo(uint32_t sensorDev, SensorStaticInfo* info) const = 0;
 };
 
-// The host's configurable list. By default two sensors: open id 0 is device 1 ("main", colour
-// order 0), open id 1 is device 2 ("sub", colour order 1).
-namespace host {
-
-struct HostSensor {
-    uint32_t openId;
-    uint32_t sensorDev;
-    int32_t formatOrder;
-};
-
-void setSensors(const std::vector<HostSensor>& sensors);
-void resetSensors();
-// When false, IHalSensorList::get() returns null.
-void setSensorListAvailable(bool available);
-
-}  // namespace host
 }  // namespace NSCam
 
 CAMTUNE_EXPORT_END

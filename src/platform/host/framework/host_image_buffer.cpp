@@ -1,12 +1,13 @@
 // Heap-backed image buffer. Planes follow the image-format table; files hold the planes one
 // after another, each as stride x height bytes, which is also what loadFromFile expects.
+#include "camtune/platform/host_image_buffer.h"
+
 #include <fcntl.h>
 
 #include <algorithm>
 #include <cstring>
 
 #include "camtune/platform/fs.h"
-#include "camtune/platform/image_buffer.h"
 
 namespace NSCam {
 namespace {

@@ -1,4 +1,5 @@
-// IImageBuffer: an image in one or more planes, as the pipeline hands it to the library.
+// HostImageBuffer: the host's image buffer, heap-backed, for running and testing pipeline code
+// on a workstation.
 #pragma once
 
 #include <cstddef>
@@ -9,59 +10,12 @@
 #include <vector>
 
 #include "camtune/export.h"
+#include "camtune/platform/image_buffer.h"
 #include "camtune/platform/image_format.h"
 
 CAMTUNE_EXPORT_BEGIN
 
 namespace NSCam {
-
-struct MSize {
-    int32_t w = 0;
-    int32_t h = 0;
-};
-
-// Usage bits of lockBuf (the Android graphics usage bits).
-enum BufferUsage : uint32_t {
-    eBUFFER_USAGE_SW_READ_OFTEN = 0x3,
-    eBUFFER_USAGE_SW_WRITE_OFTEN = 0x30,
-    eBUFFER_USAGE_HW_CAMERA_WRITE = 0x20000,
-    eBUFFER_USAGE_HW_CAMERA_READ = 0x40000,
-};
-
-// Cache synchronisation control values.
-enum CacheCtrl : int32_t {
-    eCACHECTRL_FLUSH = 0,
-    eCACHECTRL_INVALID = 1,
-};
-
-class IImageBuffer {
-public:
-    virtual ~IImageBuffer() = default;
-
-    virtual MSize getImgSize() const = 0;
-    virtual int32_t getImgFormat() const = 0;
-    virtual size_t getPlaneCount() const = 0;
-    // Bits per pixel of the whole image, and of one plane at that plane's width.
-    virtual size_t getImgBitsPerPixel() const = 0;
-    virtual size_t getPlaneBitsPerPixel(size_t plane) const = 0;
-    // Row stride in bytes, rows, and bytes of one plane.
-    virtual size_t getBufStridesInBytes(size_t plane) const = 0;
-    virtual size_t getBufHeight(size_t plane) const = 0;
-    virtual size_t getBufSizeInBytes(size_t plane) const = 0;
-    // Address of a plane's first byte; null when the plane does not exist.
-    virtual uint8_t* getBufVA(size_t plane) const = 0;
-
-    // Locks the buffer for `user` with a usage mask; false when already locked by that user.
-    virtual bool lockBuf(const char* user, uint32_t usage) = 0;
-    // Unlocks the buffer for `user`; false when that user did not hold a lock.
-    virtual bool unlockBuf(const char* user) = 0;
-    virtual bool syncCache(int32_t ctrl) = 0;
-
-    // Writes every plane, in order, to `path` (each plane as stride x height bytes).
-    virtual bool saveToFile(const char* path) = 0;
-    // Fills every plane, in order, from `path`; false when the file is missing or too short.
-    virtual bool loadFromFile(const char* path) = 0;
-};
 
 // A heap-backed image buffer for hosts and tests. Planes follow the image-format table; strides
 // default to the packed row size and may be widened.

@@ -1,0 +1,5 @@
+// On a device, IFileCache and IFileHandle are the camera framework's own, from the framework module
+// Android.bp names in camtune_framework (docs/device.md lists what the library uses of them).
+#pragma once
+
+#include <camtune_framework/file_cache.h>
