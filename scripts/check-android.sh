@@ -66,7 +66,7 @@ for android_source in "${android_sources[@]}"; do
 done
 
 "$cxx" "${flags[@]}" -fsanitize=address,undefined -fno-sanitize-recover=all \
-        -o "$work/backend_test" scripts/android-check/backend_test.cpp "${android_sources[@]}" \
+        -o "$work/backend_test" scripts/android-check/backend_test.cpp "${android_sources[@]}" src/platform/fs.cpp \
         -lgtest -lgtest_main -pthread || fail "building the Android backend tests"
 "$work/backend_test" --gtest_brief=1 || fail "Android backend tests"
 

@@ -5,14 +5,18 @@
 #include <android/log.h>
 #include <cutils/properties.h>
 #include <cutils/trace.h>
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <stdlib.h>
 
 #include <cstdarg>
 #include <cstdio>
+#include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
 
+#include "camtune/platform/fs.h"
 #include "camtune/platform/properties.h"
 #include "camtune/platform/trace.h"
 
@@ -226,3 +230,29 @@ TEST_F(AndroidBackendTest, TraceSectionsFollowTheCameraTag) {
 }
 
 }  // namespace
+
+// A device opens the paths the library names: CAMTUNE_ROOT means nothing there, and makePath
+// makes each missing level.
+TEST(AndroidFiles, PathsAreUsedAsNamed) {
+    char folder[] = "/tmp/camtune-android-XXXXXX";
+    ASSERT_NE(::mkdtemp(folder), nullptr);
+    ::setenv("CAMTUNE_ROOT", "/nonexistent-root", 1);
+    const std::string base = folder;
+    ASSERT_EQ(camtune::fs::makePath((base + "/a/b").c_str(), 0660), 0);
+    camtune::fs::FileInfo info;
+    ASSERT_EQ(camtune::fs::stat((base + "/a/b").c_str(), &info), 0);
+    EXPECT_TRUE(info.isDirectory());
+    {
+        camtune::fs::UniqueFd fd(
+                camtune::fs::open((base + "/a/b/f").c_str(), O_WRONLY | O_CREAT, 0644));
+        ASSERT_TRUE(fd.isValid());
+        EXPECT_EQ(camtune::fs::write(fd.get(), "abc", 3), 3);
+    }
+    ASSERT_EQ(camtune::fs::stat((base + "/a/b/f").c_str(), &info), 0);
+    EXPECT_EQ(info.size, 3u);
+    EXPECT_EQ(camtune::fs::rename((base + "/a/b/f").c_str(), (base + "/a/g").c_str()), 0);
+    EXPECT_EQ(camtune::fs::unlink((base + "/a/g").c_str()), 0);
+    EXPECT_EQ(camtune::fs::makePath((base + "/a/b").c_str(), 0755), 0);  // already there
+    ::unsetenv("CAMTUNE_ROOT");
+    std::filesystem::remove_all(base);
+}
