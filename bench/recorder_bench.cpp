@@ -1,19 +1,28 @@
 // Scenario recorder costs.
 //
-// BM_ProducerRecord: one 120-byte record reserved, copied and finished, with 1 and 2 producer
-// threads while the service thread writes behind them; backlog_end is the number of requests
-// still waiting when the producers stop and drain_ms the time the thread then needs to empty it.
+// BM_ProducerRecord: 120-byte records reserved, copied and finished in bursts of kBurstRecords by
+// 1 and 2 producer threads, each on requests of its own; the service thread writes each burst out
+// before the next one. items_per_second is the producers' records per second together;
+// cpu_ns_per_record what each record costs its producer in CPU time.
 // allocs_per_record counts every operator new of the process (service thread included) per record.
 // BM_ProducerMemcpyBaseline: the bare copy of the same text, for scale.
 // BM_ServiceWrite: the service thread writing a prepared backlog, in MB/s, next to a plain
 // write() of the same bytes to the same folder measured in the same iteration (plain_MBps,
 // ratio = service / plain).
+// BM_DecisionRecordOff: a record submitted to the process's recorder while it is off, next to one
+// property read (BM_PropertyReadBaseline).
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
+#include <time.h>
 
+#include <atomic>
 #include <chrono>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "bench_support.h"
@@ -59,47 +68,91 @@ const char* recordText() {
 void addRecord(ScenarioRecorder& recorder, int uniqueKey, int requestNo) {
     LogHeader* header = nullptr;
     ScenarioRecorder::Buffer* buffer = nullptr;
-    recorder.allocLogSpace(uniqueKey, requestNo, kReserveSize, &header, &buffer);
+    // Refused at the memory bound when the service thread falls behind: counted in the stats.
+    if (!recorder.allocLogSpace(uniqueKey, requestNo, kReserveSize, &header, &buffer)) return;
     std::memcpy(header->text(), recordText(), kRecordSize);
+    header->textLength = kTextLength;  // as the recorder's own producers leave a record
     recorder.finishLogSpace(uniqueKey, requestNo, buffer);
 }
 
-ScenarioRecorder* gRecorder = nullptr;
+// What the producers hand over between two wake-ups of the service thread: the measurement is
+// of the producers, and with two of them on a 2-core machine a writing service thread would take
+// a core from them.
+constexpr int kBurstRecords = 20000;
+
+double threadCpuSeconds() {
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
+// Runs kBurstRecords records on each of `producers` threads started together, each thread on
+// requests of its own; returns the time until the last one finished, and adds the CPU time the
+// threads spent to `cpuSeconds`.
+double producerBurst(ScenarioRecorder& recorder, int producers, int burst, double* cpuSeconds) {
+    std::atomic<int> ready{0};
+    std::atomic<bool> go{false};
+    std::vector<double> seconds(static_cast<size_t>(producers));
+    std::vector<double> cpu(static_cast<size_t>(producers));
+    std::vector<std::thread> threads;
+    for (int p = 0; p < producers; ++p) {
+        threads.emplace_back([&, p] {
+            ready.fetch_add(1);
+            while (!go.load()) {
+            }
+            const auto start = Clock::now();
+            const double cpuStart = threadCpuSeconds();
+            int request = (burst * producers + p) * (kBurstRecords / kRecordsPerRequest + 1);
+            for (int i = 0; i < kBurstRecords; ++i) {
+                addRecord(recorder, 1, request + i / kRecordsPerRequest);
+            }
+            cpu[static_cast<size_t>(p)] = threadCpuSeconds() - cpuStart;
+            seconds[static_cast<size_t>(p)] =
+                    std::chrono::duration<double>(Clock::now() - start).count();
+        });
+    }
+    while (ready.load() != producers) {
+    }
+    go.store(true);
+    for (auto& thread : threads) thread.join();
+    double slowest = 0;
+    for (size_t p = 0; p < seconds.size(); ++p) {
+        slowest = seconds[p] > slowest ? seconds[p] : slowest;
+        *cpuSeconds += cpu[p];
+    }
+    return slowest;
+}
 
 void BM_ProducerRecord(benchmark::State& state) {
-    if (state.thread_index() == 0) {
-        benchRoot();
-        gRecorder = new ScenarioRecorder();
-        gRecorder->init();
-        gRecorder->bindRequest(1, 0, 0, false);
-    }
-    uint64_t allocationsBefore = camtune::bench::allocationCount();
-    int request = state.thread_index() * 1000000;
-    int inRequest = 0;
+    benchRoot();
+    const int producers = static_cast<int>(state.range(0));
+    // The service thread at its default pace, so that it sleeps through a burst.
+    props::set(props::kRecorderFlushMs, props::defaultInt(props::kRecorderFlushMs));
+    ScenarioRecorder recorder;
+    recorder.init();
+    recorder.bindRequest(1, 0, 0, false);
+    props::set(props::kRecorderFlushMs, 1);
+    const uint64_t allocationsBefore = camtune::bench::allocationCount();
+    int burst = 0;
+    double cpuSeconds = 0;
     for (auto _ : state) {
-        addRecord(*gRecorder, 1, request);
-        if (++inRequest == kRecordsPerRequest) {
-            inRequest = 0;
-            ++request;
-        }
+        state.SetIterationTime(producerBurst(recorder, producers, burst++, &cpuSeconds));
+        // Between bursts the service thread writes them out, as it does between frames.
+        if (!recorder.waitUntilIdle(std::chrono::minutes(2))) state.SkipWithError("no drain");
     }
-    state.SetItemsProcessed(state.iterations());
-    if (state.thread_index() == 0) {
-        state.counters["allocs_per_record"] = benchmark::Counter(
-                static_cast<double>(camtune::bench::allocationCount() - allocationsBefore) /
-                static_cast<double>(state.iterations() * state.threads()));
-        auto stats = gRecorder->stats();
-        auto start = Clock::now();
-        gRecorder->waitUntilIdle(std::chrono::minutes(5));
-        double drainMs = std::chrono::duration<double, std::milli>(Clock::now() - start).count();
-        state.counters["backlog_end"] = static_cast<double>(stats.writingList + stats.toBeFlushed);
-        state.counters["drain_ms"] = drainMs;
-        delete gRecorder;
-        gRecorder = nullptr;
-        benchRoot().clearFolder();
-    }
+    const double records = static_cast<double>(state.iterations()) * producers * kBurstRecords;
+    state.SetItemsProcessed(static_cast<int64_t>(records));
+    // Thread starts included: a few per burst of thousands of records.
+    state.counters["allocs_per_record"] = benchmark::Counter(
+            static_cast<double>(camtune::bench::allocationCount() - allocationsBefore) / records);
+    state.counters["dropped"] = static_cast<double>(recorder.stats().droppedRecords);
+    // What one record costs a producer in CPU time: it stays put when producers do not contend,
+    // whatever else runs on the machine.
+    state.counters["cpu_ns_per_record"] = cpuSeconds * 1e9 / records;
+    recorder.unInit();
+    benchRoot().clearFolder();
 }
-BENCHMARK(BM_ProducerRecord)->Threads(1)->Threads(2)->UseRealTime()->MinTime(0.5);
+BENCHMARK(BM_ProducerRecord)->ArgName("producers")->Arg(1)->Arg(2)->UseManualTime()->Iterations(40);
 
 // One decision or execution record submitted by NDD key, formatting included, on one thread.
 // Target: under 400 ns each and no allocation per record (allocs_per_record).
@@ -134,9 +187,16 @@ void BM_RecordByKey(benchmark::State& state) {
         if (++inRequest == kRecordsPerRequest) {
             inRequest = 0;
             request = (request + 1) & 0x7FFF;
+            // Written out between bursts, so the memory bound never turns records into drops.
+            if (request % (kBurstRecords / kRecordsPerRequest) == 0) {
+                state.PauseTiming();
+                recorder.waitUntilIdle(std::chrono::minutes(2));
+                state.ResumeTiming();
+            }
         }
     }
     state.SetItemsProcessed(state.iterations());
+    state.counters["dropped"] = static_cast<double>(recorder.stats().droppedRecords);
     state.counters["allocs_per_record"] = benchmark::Counter(
             static_cast<double>(camtune::bench::allocationCount() - allocationsBefore) /
             static_cast<double>(state.iterations()));
@@ -186,6 +246,16 @@ double plainWriteSeconds(const std::string& bytes) {
     return seconds;
 }
 
+// The one log file of the folder, read whole.
+std::string logFileBytes() {
+    std::string bytes;
+    for (const auto& entry : std::filesystem::directory_iterator(fs::hostPath(kFolder))) {
+        std::ifstream in(entry.path(), std::ios::binary);
+        bytes.append(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    }
+    return bytes;
+}
+
 void BM_ServiceWrite(benchmark::State& state) {
     benchRoot();
     const int requests = static_cast<int>(state.range(0));
@@ -194,7 +264,12 @@ void BM_ServiceWrite(benchmark::State& state) {
     const std::string bytes = expectedOutput(requests, recordsPerRequest);
     double serviceSeconds = 0;
     double plainSeconds = 0;
+    int round = 0;
     for (auto _ : state) {
+        // The two runs take turns going first, so that the file-system work one leaves behind
+        // weighs on both alike.
+        const bool plainFirst = round++ % 2 == 1;
+        if (plainFirst) plainSeconds += plainWriteSeconds(bytes);
         ScenarioRecorder recorder;
         recorder.setPrioritySetter([](int) { return 0; });
         recorder.bindRequest(2, 0, 0, false);
@@ -208,8 +283,10 @@ void BM_ServiceWrite(benchmark::State& state) {
         recorder.unInit();
         state.SetIterationTime(seconds);
         serviceSeconds += seconds;
+        // The baseline is only fair while it writes what the service thread wrote.
+        if (round == 1 && logFileBytes() != bytes) state.SkipWithError("log differs from baseline");
         benchRoot().clearFolder();
-        plainSeconds += plainWriteSeconds(bytes);
+        if (!plainFirst) plainSeconds += plainWriteSeconds(bytes);
     }
     double total = static_cast<double>(bytes.size()) * static_cast<double>(state.iterations());
     state.SetBytesProcessed(static_cast<int64_t>(total));
@@ -217,7 +294,32 @@ void BM_ServiceWrite(benchmark::State& state) {
     state.counters["plain_MBps"] = total / plainSeconds / 1e6;
     state.counters["ratio"] = plainSeconds / serviceSeconds;
 }
-BENCHMARK(BM_ServiceWrite)->Arg(64)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+// 160 requests: 35 MB, in 160 of the 256 buffers the default memory bound allows.
+BENCHMARK(BM_ServiceWrite)->Arg(160)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(6);
+
+// The recorder off, as a pipeline meets it: the process's recorder, never started, asked to
+// record. Target: at most one property read (BM_PropertyReadBaseline, a property left unset).
+void BM_DecisionRecordOff(benchmark::State& state) {
+    using namespace NSCam::TuningUtils;
+    scenariorecorder::IScenarioRecorder* recorder =
+            scenariorecorder::IScenarioRecorder::getInstance();
+    scenariorecorder::DecisionInput decision;
+    decision.sensorIdx = 0;
+    decision.moduleId = 0x801005;
+    decision.decisionType = scenariorecorder::DECISION_ISP_FLOW;
+    const long long key = composeNddKey(1, 2, 3);
+    const char* text = recordText();
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(recorder);
+        recorder->submitDecisionRecord(key, decision, text);
+    }
+}
+BENCHMARK(BM_DecisionRecordOff);
+
+void BM_PropertyReadBaseline(benchmark::State& state) {
+    for (auto _ : state) benchmark::DoNotOptimize(props::getInt(props::kRecorderEnable));
+}
+BENCHMARK(BM_PropertyReadBaseline);
 
 }  // namespace
 

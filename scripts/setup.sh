@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
     git cmake ninja-build g++ clang clang-format libclang-rt-14-dev
     libgtest-dev googletest libbenchmark-dev
-    libcli11-dev nlohmann-json3-dev
+    libcli11-dev nlohmann-json3-dev libspdlog-dev
     g++-arm-linux-gnueabihf qemu-user
     android-liblog-dev android-libcutils-dev
     libpng-dev libtiff-dev libraw-dev chromium

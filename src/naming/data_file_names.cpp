@@ -42,7 +42,7 @@ constexpr DataFileKind kKinds[] = {
 int appendProfile(NameWriter& writer, int32_t ispProfile) {
     const char* name = NSCam::TuningUtils::getIspProfileName(
             static_cast<NSIspTuning::EIspProfile_T>(ispProfile));
-    return name != nullptr ? writer.append("-%s", name) : writer.append("%s", kNoProfileElement);
+    return name != nullptr ? writer.append("-", name) : writer.append(kNoProfileElement);
 }
 
 bool sameNameIgnoringCase(const char* a, const char* b) {
@@ -88,11 +88,12 @@ int genDataFileName(const DataFileKind& kind, char* buf, int size,
     last = appendCallerString(writer, userString);
     if (kind.extra == X::LcsoGeometry) {
         appendBufferGeometry(writer, hint);
-        last = writer.append("__%dx%d_%d_s0", hint.ImgWidth, hint.ImgHeight, kLcsoBitDepth);
+        last = writer.append("__", Decimal{hint.ImgWidth}, "x", Decimal{hint.ImgHeight}, "_",
+                             Decimal{kLcsoBitDepth}, "_s0");
     }
     if (kind.profile) last = appendProfile(writer, hint.IspProfile);
     if (kind.extra == X::ExposureLabel) last = appendExposureLabel(writer, hint);
-    if (kind.suffix != nullptr) last = writer.append("%s", kind.suffix);
+    if (kind.suffix != nullptr) last = writer.append(kind.suffix);
     return last;
 }
 

@@ -9,6 +9,7 @@
 namespace NSCam {
 namespace TuningUtils {
 
+using camtune::naming::Decimal;
 using camtune::naming::NameWriter;
 using camtune::naming::SensorElement;
 
@@ -18,15 +19,15 @@ int genFileName_RAW(char* buf, int size, const FILE_DUMP_NAMING_HINT* hint, RAW_
     NameWriter writer(buf, size);
     camtune::naming::writeHintPrefix(writer, *hint);
     camtune::naming::appendSensor(writer, *hint, SensorElement::WhenSet);
-    if (port != RAW_PORT_NULL) writer.append("%s", camtune::naming::rawPortPiece(port));
+    if (port != RAW_PORT_NULL) writer.append(camtune::naming::rawPortPiece(port));
     camtune::naming::appendHintUserString(writer, *hint);
     camtune::naming::appendCallerString(writer, userString);
     camtune::naming::appendBufferGeometry(writer, *hint);
     camtune::naming::appendExposureLabel(writer, *hint);
-    writer.append("__%dx%d_%s_%s", hint->ImgWidth, hint->ImgHeight,
-                  camtune::naming::dumpBitDepthName(hint->ImgFormat),
+    writer.append("__", Decimal{hint->ImgWidth}, "x", Decimal{hint->ImgHeight}, "_",
+                  camtune::naming::dumpBitDepthName(hint->ImgFormat), "_",
                   camtune::naming::colourOrderName(hint->SensorFormatOrder));
-    return writer.append(".%s", camtune::naming::dumpExtension(hint->ImgFormat));
+    return writer.append(".", camtune::naming::dumpExtension(hint->ImgFormat));
 }
 
 int genFileName_YUV(char* buf, int size, const FILE_DUMP_NAMING_HINT* hint, YUV_PORT port,
@@ -35,15 +36,15 @@ int genFileName_YUV(char* buf, int size, const FILE_DUMP_NAMING_HINT* hint, YUV_
     NameWriter writer(buf, size);
     camtune::naming::writeHintPrefix(writer, *hint);
     camtune::naming::appendSensor(writer, *hint, SensorElement::WhenSet);
-    if (port != YUV_PORT_NULL) writer.append("%s", camtune::naming::yuvPortPiece(port));
+    if (port != YUV_PORT_NULL) writer.append(camtune::naming::yuvPortPiece(port));
     camtune::naming::appendHintUserString(writer, *hint);
     camtune::naming::appendCallerString(writer, userString);
     camtune::naming::appendBufferGeometry(writer, *hint);
     // YUV names never carry the exposure label, and "s0" stands where raw names put the
     // colour-filter order.
-    writer.append("__%dx%d_%s_s0", hint->ImgWidth, hint->ImgHeight,
-                  camtune::naming::dumpBitDepthName(hint->ImgFormat));
-    return writer.append(".%s", camtune::naming::dumpExtension(hint->ImgFormat));
+    writer.append("__", Decimal{hint->ImgWidth}, "x", Decimal{hint->ImgHeight}, "_",
+                  camtune::naming::dumpBitDepthName(hint->ImgFormat), "_s0");
+    return writer.append(".", camtune::naming::dumpExtension(hint->ImgFormat));
 }
 
 int genFileName_JPG(char* buf, int size, const FILE_DUMP_NAMING_HINT* hint,

@@ -15,14 +15,14 @@ int appendHintString(NameWriter& writer, const char (&text)[N]) {
     if (text[0] == '\0') return 0;
     const void* end = std::memchr(text, '\0', N);
     const int length = static_cast<int>(end != nullptr ? static_cast<const char*>(end) - text : N);
-    return writer.append("-%.*s", length, text);
+    return writer.append("-", Span{text, static_cast<size_t>(length)});
 }
 
 }  // namespace
 
 void appendSensor(NameWriter& writer, const FILE_DUMP_NAMING_HINT& hint, SensorElement rule) {
     if (rule == SensorElement::WhenSet && hint.SensorDev < 0) return;
-    writer.append("-%s", sensorName(hint.SensorDev));
+    writer.append("-", sensorName(hint.SensorDev));
 }
 
 int appendHintUserString(NameWriter& writer, const FILE_DUMP_NAMING_HINT& hint) {
@@ -35,11 +35,12 @@ int appendExposureLabel(NameWriter& writer, const FILE_DUMP_NAMING_HINT& hint) {
 
 int appendCallerString(NameWriter& writer, const char* userString) {
     if (userString == nullptr || userString[0] == '\0') return 0;
-    return writer.append("-%s", userString);
+    return writer.append("-", userString);
 }
 
 void appendBufferGeometry(NameWriter& writer, const FILE_DUMP_NAMING_HINT& hint) {
-    writer.append("-PW%d-PH%d-BW%d", hint.BufWidth, hint.BufHeight, hint.BufStride);
+    writer.append("-PW", Decimal{hint.BufWidth}, "-PH", Decimal{hint.BufHeight}, "-BW",
+                  Decimal{hint.BufStride});
 }
 
 }  // namespace naming

@@ -38,16 +38,16 @@ int MakePrefix(NameWriter& writer, int uniqueKey, int frameNo, int requestNo, in
     }
 
     if (uniqueKey >= 0) {
-        writer.append("%s/%09d", kDumpRoot, uniqueKey);
+        writer.append(kDumpRoot, "/", Decimal{uniqueKey, 9});
     } else {
-        writer.append("%s/uniquekey", kDumpRoot);
+        writer.append(kDumpRoot, "/uniquekey");
     }
     if (!writer.lastFitted())
         CAM_LOGW("[%s] Add UniqueKey into dump file prefix fail!", kPrefixFunction);
 
     const int request = requestNo % kNumberModulus;
     if (request >= 0) {
-        writer.append("-%04d", request);
+        writer.append("-", Decimal{request, 4});
     } else {
         writer.append("-rqst");
     }
@@ -56,7 +56,7 @@ int MakePrefix(NameWriter& writer, int uniqueKey, int frameNo, int requestNo, in
 
     const int frame = frameNo % kNumberModulus;
     if (frame >= 0) {
-        writer.append("-%04d", frame);
+        writer.append("-", Decimal{frame, 4});
     } else {
         writer.append("-frme");
     }
@@ -65,7 +65,7 @@ int MakePrefix(NameWriter& writer, int uniqueKey, int frameNo, int requestNo, in
 
     if (withExposure) {
         CAM_LOGE("vexor : EV(%d)", evValue);
-        writer.append("_%01dEV", evValue);
+        writer.append("_", Decimal{evValue, 1}, "EV");
         if (!writer.lastFitted()) {
             CAM_LOGW("[%s] Add EvValue into dump file prefix fail!", kPrefixFunction);
         }

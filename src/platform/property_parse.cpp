@@ -22,7 +22,7 @@ unsigned digitValue(char c) {
 
 // Written out instead of calling strtoimax: this sits on the path of every disabled feature and
 // the C library's locale-aware parser costs more than the rest of the property read.
-int32_t parsePropertyInt32(const char* text, int32_t defaultValue) {
+bool tryParsePropertyInt32(const char* text, int32_t* value) {
     const char* p = text;
     while (*p == ' ' || (*p >= '\t' && *p <= '\r')) ++p;
     bool negative = false;
@@ -39,11 +39,17 @@ int32_t parsePropertyInt32(const char* text, int32_t defaultValue) {
     const char* digits = p;
     for (unsigned digit; (digit = digitValue(*p)) < base; ++p) {
         magnitude = magnitude * base + digit;
-        if (magnitude > limit) return defaultValue;
+        if (magnitude > limit) return false;
     }
-    if (p == digits) return defaultValue;
-    return negative ? static_cast<int32_t>(-static_cast<int64_t>(magnitude))
-                    : static_cast<int32_t>(magnitude);
+    if (p == digits) return false;
+    *value = negative ? static_cast<int32_t>(-static_cast<int64_t>(magnitude))
+                      : static_cast<int32_t>(magnitude);
+    return true;
+}
+
+int32_t parsePropertyInt32(const char* text, int32_t defaultValue) {
+    int32_t value = 0;
+    return tryParsePropertyInt32(text, &value) ? value : defaultValue;
 }
 
 PropertyLine parsePropertyLine(const std::string& line, std::string* key, std::string* value) {

@@ -10,6 +10,8 @@ namespace camtune {
 // "0" octal, else decimal), optional sign and leading spaces, trailing text ignored. No digits,
 // or a value outside int32, gives `defaultValue`.
 int32_t parsePropertyInt32(const char* text, int32_t defaultValue);
+// The same rules: true and the value in `*value` when the text holds one, else false.
+bool tryParsePropertyInt32(const char* text, int32_t* value);
 
 enum class PropertyLine { Blank, Entry, Malformed };
 

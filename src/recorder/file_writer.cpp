@@ -168,6 +168,10 @@ void FileWriter::close() {
 }
 
 void FileWriter::onWriteLog(const char* line) {
+    if (line != nullptr) onWriteLog(line, std::strlen(line));
+}
+
+void FileWriter::onWriteLog(const char* line, size_t textLength) {
     if (line == nullptr) return;
     // The buffer is flushed whenever fewer than kFlushMargin bytes remain, so there is always
     // room here; the guard keeps the cursor inside the buffer whatever happened before.
@@ -175,7 +179,6 @@ void FileWriter::onWriteLog(const char* line) {
     size_t room = kStagingBufferSize - mBufferedBytes;
     // Equivalent to snprintf("%s\n") into the room left, without the formatter's cost: the
     // service thread spends most of its time here.
-    size_t textLength = std::strlen(line);
     // A line longer than the room left is cut, keeping its end so the next line starts on its
     // own.
     size_t stored = textLength + 1 < room ? textLength + 1 : room - 1;

@@ -45,6 +45,8 @@ public:
     void close();
     // Appends `line` and a newline; rolls over to the next file past the size limit.
     void onWriteLog(const char* line);
+    // The same for a line of `length` characters, no terminator among them.
+    void onWriteLog(const char* line, size_t length);
 
     void setFolder(const std::string& folder) { mFolder = folder; }
     const std::string& folder() const { return mFolder; }

@@ -33,7 +33,7 @@ std::unique_ptr<LogBuffer> LogBuffer::clear() {
 }
 
 LogHeader* LogBuffer::reserve(uint32_t size) {
-    LogHeader* header = new (cursor) LogHeader{size, kRecordHeaderSize, {}};
+    LogHeader* header = new (cursor) LogHeader{size, kRecordHeaderSize, 0, {}};
     // A record whose producer never writes reads as an empty line rather than stale bytes.
     header->text()[0] = '\0';
     cursor += size;

@@ -18,7 +18,10 @@ namespace scenariorecorder {
 struct LogHeader {
     uint32_t size;        // whole record, header included; a multiple of 4
     uint32_t textOffset;  // from the header's start
-    uint32_t reserved[4];
+    // Length of the text as the recorder's own producers store it, so the service thread reads
+    // the text once; 0 where a caller filled the record itself, and the text is measured.
+    uint32_t textLength;
+    uint32_t reserved[3];
 
     char* text() { return reinterpret_cast<char*>(this) + textOffset; }
     // Bytes the text may use, terminator included.

@@ -65,6 +65,7 @@ ScenarioRecorder::BufferPtr ScenarioRecorder::newBuffer() {
 
 void ScenarioRecorder::dropAtBound(int uniqueKey, int requestNo) {
     ++mDroppedRecords;
+    mDropping.store(true, std::memory_order_relaxed);
     if (mBurstDrops++ == 0) {
         CAM_LOGW(
                 "[%s] record of [UKey: %d][ReqNum: %d] dropped: the recorder holds its bound of "
@@ -78,14 +79,16 @@ void ScenarioRecorder::endDropBurst() {
     CAM_LOGW("[%s] recording again after dropping %llu records", __func__,
              static_cast<unsigned long long>(mBurstDrops));
     mBurstDrops = 0;
+    mDropping.store(false, std::memory_order_relaxed);
 }
 
-size_t ScenarioRecorder::buffersNeeded(int64_t key, uint32_t recordSize) const {
+size_t ScenarioRecorder::buffersNeeded(const ActiveShard& shard, int64_t key,
+                                       uint32_t recordSize) const {
     // A new request takes a fresh buffer, whose headline record comes first.
     size_t needed = 1;
     uint32_t space = kDataAreaSize - kHeadlineRecordSize;
-    auto it = mActive.find(key);
-    if (it != mActive.end()) {
+    auto it = shard.requests.find(key);
+    if (it != shard.requests.end()) {
         const Buffer* tail = it->second.get();
         while (tail->successor) tail = tail->successor.get();
         const bool headlineDue = tail->isEmpty() && tail->needsHeadlineRecord;
@@ -94,6 +97,32 @@ size_t ScenarioRecorder::buffersNeeded(int64_t key, uint32_t recordSize) const {
     }
     // A record that does not fit continues the request in a chained buffer.
     return needed + (space < recordSize ? 1 : 0);
+}
+
+ScenarioRecorder::ActiveShard& ScenarioRecorder::shardOf(int64_t key) {
+    // Multiplicative hashing: requests numbered in steps still land on different shards.
+    const uint64_t mixed = static_cast<uint64_t>(key) * 0x9E3779B97F4A7C15ull;
+    return mActive[mixed >> (64 - kActiveShardBits)];
+}
+
+bool ScenarioRecorder::reserveInActive(ActiveShard& shard, int64_t key, uint32_t recordSize,
+                                       LogHeader** header, Buffer** buffer) {
+    std::lock_guard<std::mutex> guard(shard.lock);
+    // Stopped, or a drop burst to be closed: the main lock's path sees to those.
+    if (mStopped.load(std::memory_order_relaxed) || mDropping.load(std::memory_order_relaxed)) {
+        return false;
+    }
+    auto it = shard.requests.find(key);
+    if (it == shard.requests.end()) return false;
+    Buffer* tail = it->second.get();
+    while (tail->successor) tail = tail->successor.get();
+    const bool headlineDue = tail->isEmpty() && tail->needsHeadlineRecord;
+    if (tail->spaceLeft < recordSize + (headlineDue ? kHeadlineRecordSize : 0)) return false;
+    if (headlineDue) tail->reserve(kHeadlineRecordSize)->text()[0] = '\0';
+    *header = tail->reserve(recordSize);
+    tail->pendingWriters.fetch_add(1, std::memory_order_relaxed);
+    *buffer = tail;
+    return true;
 }
 
 bool ScenarioRecorder::allocLogSpace(int uniqueKey, int requestNo, unsigned size,
@@ -106,15 +135,20 @@ bool ScenarioRecorder::allocLogSpace(int uniqueKey, int requestNo, unsigned size
             rounded < kMinRecordSize ? kMinRecordSize : static_cast<uint32_t>(rounded);
 
     const int64_t key = makeKey(uniqueKey, requestNo);
-    // A buffer holds 256 KiB: when the pool runs short, they are allocated with the lock
-    // released, and whatever is left over is pooled or freed after it is released again.
+    // Most records go to a request that has room left: its shard's lock is all they take.
+    ActiveShard& shard = shardOf(key);
+    if (reserveInActive(shard, key, recordSize, header, buffer)) return true;
+
+    // A buffer holds 256 KiB: when the pool runs short, they are allocated with the locks
+    // released, and whatever is left over is pooled or freed after they are released again.
     std::vector<BufferPtr> spares;
     std::unique_lock<std::mutex> lock(mLock);
+    std::unique_lock<std::mutex> shardLock(shard.lock);
     for (;;) {
-        if (mStopped) return false;
+        if (mStopped.load(std::memory_order_relaxed)) return false;
         // A record takes at most two new buffers: with that many pooled, nothing to count.
         if (mEmptyBuffers.size() + spares.size() >= kMaxNewBuffersPerRecord) break;
-        const size_t needed = buffersNeeded(key, recordSize);
+        const size_t needed = buffersNeeded(shard, key, recordSize);
         if (needed <= mEmptyBuffers.size() + spares.size()) break;
         const size_t missing = needed - mEmptyBuffers.size() - spares.size();
         // Beyond the memory bound the record is dropped: a producer never waits for the disk.
@@ -126,20 +160,22 @@ bool ScenarioRecorder::allocLogSpace(int uniqueKey, int requestNo, unsigned size
         // Counted before they exist, so producers racing here cannot pass the bound together.
         mLiveBuffers.fetch_add(missing, std::memory_order_relaxed);
         mPeakBuffers = std::max(mPeakBuffers, live + missing);
+        shardLock.unlock();
         lock.unlock();
         for (size_t i = 0; i < missing; ++i) spares.push_back(newBuffer());
         lock.lock();
+        shardLock.lock();
     }
     endDropBurst();
     Buffer* target = nullptr;
-    auto it = mActive.find(key);
-    if (it == mActive.end()) {
+    auto it = shard.requests.find(key);
+    if (it == shard.requests.end()) {
         BufferPtr fresh = takeEmptyBuffer(spares);
         fresh->allocTime = camtune::clock::realtime();
         fresh->key = key;
         writeNDDToHeadline(fresh.get(), uniqueKey, requestNo);
         target = fresh.get();
-        if (!mActive.emplace(key, std::move(fresh)).second) {
+        if (!shard.requests.emplace(key, std::move(fresh)).second) {
             fatal(__func__, "[%s] Emplace log buffer fail", __func__);
         }
         mWritingList.push_back(key);
@@ -183,9 +219,14 @@ void ScenarioRecorder::finishLogSpace(int uniqueKey, int requestNo, Buffer* buff
 
 bool ScenarioRecorder::submitRecordText(int uniqueKey, int requestNo, const char* text,
                                         const char* headlineText) {
-    if (!isInitialised()) return false;
     if (text == nullptr) text = "";
-    size_t textSize = std::strlen(text) + 1;
+    return submitRecordText(uniqueKey, requestNo, text, std::strlen(text), headlineText);
+}
+
+bool ScenarioRecorder::submitRecordText(int uniqueKey, int requestNo, const char* text,
+                                        size_t length, const char* headlineText) {
+    if (!isInitialised()) return false;
+    size_t textSize = length + 1;
     if (textSize > kMaxRecordText) textSize = kMaxRecordText;
     LogHeader* header = nullptr;
     Buffer* buffer = nullptr;
@@ -196,6 +237,7 @@ bool ScenarioRecorder::submitRecordText(int uniqueKey, int requestNo, const char
     char* out = header->text();
     std::memcpy(out, text, textSize - 1);
     out[textSize - 1] = '\0';
+    header->textLength = static_cast<uint32_t>(textSize - 1);
     if (headlineText != nullptr) {
         char scratch[kHeadlineSize];
         int n = std::snprintf(scratch, sizeof(scratch), ", %s", headlineText);

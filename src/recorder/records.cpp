@@ -131,7 +131,7 @@ void ScenarioRecorder::submitDecisionRecord(const DecisionParam& param, const ch
             .append(names->getDecisionName(param.decisionType))
             .append("] ")
             .append(text != nullptr ? text : "");
-    submitRecordText(param.uniqueKey, param.requestNo, line.text(), nullptr);
+    submitRecordText(param.uniqueKey, param.requestNo, line.text(), line.length(), nullptr);
 }
 
 void ScenarioRecorder::submitExecutionRecord(const ResultParam& param, const char* text) {
@@ -149,7 +149,7 @@ void ScenarioRecorder::submitExecutionRecord(const ResultParam& param, const cha
             .append(names->getDecisionName(param.result))
             .append("] ")
             .append(text != nullptr ? text : "");
-    submitRecordText(param.uniqueKey, param.requestNo, line.text(),
+    submitRecordText(param.uniqueKey, param.requestNo, line.text(), line.length(),
                      param.appendToHeadline ? (text != nullptr ? text : "") : nullptr);
 }
 

@@ -89,7 +89,11 @@ void ScenarioRecorder::unInit() {
     std::unordered_map<int64_t, BufferPtr> active;
     {
         std::lock_guard<std::mutex> guard(mLock);
-        active.swap(mActive);
+        for (ActiveShard& shard : mActive) {
+            std::lock_guard<std::mutex> shardGuard(shard.lock);
+            for (auto& entry : shard.requests) active.emplace(entry.first, std::move(entry.second));
+            shard.requests.clear();
+        }
         mWritingList.clear();
         mToBeFlushed.clear();
         mIdleCaptures.clear();
@@ -124,6 +128,7 @@ void ScenarioRecorder::unInit() {
         std::lock_guard<std::mutex> guard(mLock);
         dropped = mDroppedRecords;
         mBurstDrops = 0;
+        mDropping.store(false, std::memory_order_relaxed);
     }
     if (dropped > 0) {
         CAM_LOGW("[%s] %llu records were dropped at the %s bound in this session", __func__,
@@ -201,7 +206,11 @@ ScenarioRecorder::Stats ScenarioRecorder::stats() const {
     stats.toBeFlushed = mToBeFlushed.size();
     stats.writingList = mWritingList.size();
     stats.emptyBuffers = mEmptyBuffers.size();
-    stats.active = mActive.size();
+    stats.active = 0;
+    for (const ActiveShard& shard : mActive) {
+        std::lock_guard<std::mutex> shardGuard(shard.lock);
+        stats.active += shard.requests.size();
+    }
     stats.producerWaits = mProducerWaits;
     stats.liveBuffers = mLiveBuffers.load();
     stats.peakBuffers = mPeakBuffers;

@@ -136,6 +136,9 @@ public:
     // appends ", <headlineText>" to the request's headline when headlineText is not null.
     // Returns false when the recorder is not initialised.
     bool submitRecordText(int uniqueKey, int requestNo, const char* text, const char* headlineText);
+    // The same for a text of `length` characters, no terminator among them.
+    bool submitRecordText(int uniqueKey, int requestNo, const char* text, size_t length,
+                          const char* headlineText);
     void updateWriterLifeCycle(int uniqueKey, int requestNo);
 
     // The capture writer of `key`, else the preview writer. Shared so that a writer replaced
@@ -177,24 +180,42 @@ private:
     void endDropBurst();
     // A buffer from `spares`, else from the pool. Called with mLock held.
     BufferPtr takeEmptyBuffer(std::vector<BufferPtr>& spares);
+    // Requests being recorded, spread over shards by key so that producers recording different
+    // requests take different locks. Lock order: mLock, then a shard's lock.
+    struct alignas(64) ActiveShard {
+        mutable std::mutex lock;
+        std::unordered_map<int64_t, BufferPtr> requests;
+    };
+    static constexpr int kActiveShardBits = 4;
+    ActiveShard& shardOf(int64_t key);
+    // Reserves a record in the last buffer of an active request when it has room, under the
+    // shard's lock alone. False when the main lock's path must decide.
+    bool reserveInActive(ActiveShard& shard, int64_t key, uint32_t recordSize, LogHeader** header,
+                         Buffer** buffer);
+    // True while request `key` has a buffer being recorded into. Takes the shard's lock.
+    bool isActive(int64_t key);
     // Buffers a record of `recordSize` bytes for request `key` takes that it does not hold yet
-    // (0 to 2). Called with mLock held.
-    size_t buffersNeeded(int64_t key, uint32_t recordSize) const;
+    // (0 to 2). Called with mLock and the shard's lock held.
+    size_t buffersNeeded(const ActiveShard& shard, int64_t key, uint32_t recordSize) const;
     void recycle(BufferPtr buffer);
     // True while a producer is still copying into a buffer of the chain.
     static bool isBusy(const Buffer* first);
 
+    // Guards the queues, the pool and the counters below; producers recording into a request
+    // that has room take only its shard's lock (mActive).
     mutable std::mutex mLock;
     // Declared before the buffers so that it outlives them: each buffer counts itself out.
     std::atomic<size_t> mLiveBuffers{0};
     std::deque<BufferPtr> mToBeFlushed;
     std::deque<BufferPtr> mEmptyBuffers;
-    std::unordered_map<int64_t, BufferPtr> mActive;
+    ActiveShard mActive[size_t{1} << kActiveShardBits];
     // Discarded by unInit while a producer was still copying into them; freed later.
     std::vector<BufferPtr> mRetired;
     std::deque<int64_t> mWritingList;
-    // Set by unInit, cleared by init: reservations are refused while set.
-    bool mStopped = false;
+    // Set by unInit, cleared by init, under mLock: reservations are refused while set.
+    std::atomic<bool> mStopped{false};
+    // Whether a drop burst is going on (mBurstDrops != 0), for producers outside mLock.
+    std::atomic<bool> mDropping{false};
     // Capture requests found idle by collectDueRequests, for the service thread to drop.
     std::vector<int64_t> mIdleCaptures;
     // Serialises init and unInit as a whole.

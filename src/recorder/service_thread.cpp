@@ -33,6 +33,12 @@ void ScenarioRecorder::setNice(int niceValue) {
     }
 }
 
+bool ScenarioRecorder::isActive(int64_t key) {
+    ActiveShard& shard = shardOf(key);
+    std::lock_guard<std::mutex> guard(shard.lock);
+    return shard.requests.count(key) != 0;
+}
+
 void ScenarioRecorder::collectDueRequests() {
     const timespec now = camtune::clock::realtime();
     std::lock_guard<std::mutex> guard(mLifeCycleLock);
@@ -40,8 +46,7 @@ void ScenarioRecorder::collectDueRequests() {
     // writers go, or every such capture would keep a descriptor open for good.
     for (auto it = mLifeCycles.begin(); it != mLifeCycles.end();) {
         const LifeCycleControl& control = *it->second;
-        if (now.tv_sec - control.startTime.tv_sec > control.lifeSec &&
-            mActive.find(it->first) == mActive.end()) {
+        if (now.tv_sec - control.startTime.tv_sec > control.lifeSec && !isActive(it->first)) {
             mIdleCaptures.push_back(it->first);
             it = mLifeCycles.erase(it);
         } else {
@@ -62,14 +67,16 @@ void ScenarioRecorder::collectDueRequests() {
             mLifeCycles.erase(control);
             mLifeCycleCount.store(mLifeCycles.size(), std::memory_order_release);
         }
-        auto active = mActive.find(key);
-        if (active == mActive.end()) continue;  // nothing recorded under this key any more
+        ActiveShard& shard = shardOf(key);
+        std::lock_guard<std::mutex> shardGuard(shard.lock);
+        auto active = shard.requests.find(key);
+        if (active == shard.requests.end()) continue;  // nothing recorded under this key any more
         if (active->second->isEmpty()) {
             mWritingList.push_back(key);
             continue;
         }
         mToBeFlushed.push_back(std::move(active->second));
-        mActive.erase(active);
+        shard.requests.erase(active);
     }
 }
 
@@ -115,7 +122,13 @@ void ScenarioRecorder::writeOut(Buffer* first, bool endOfBatch) {
             if (header->size < kRecordHeaderSize || header->size > left) break;
             // The buffer is the service thread's now: bound the text whatever was copied in.
             p[header->size - 1] = '\0';
-            writer->onWriteLog(header->text());
+            const char* text = header->text();
+            size_t length = header->textLength;
+            // Only a length that ends where the text does is taken as it is.
+            if (length == 0 || length >= header->textCapacity() || text[length] != '\0') {
+                length = std::strlen(text);
+            }
+            writer->onWriteLog(text, length);
             p += header->size;
         }
     }

@@ -100,6 +100,25 @@ TEST(PropertyStore, IntegersAreReadAsAndroidReadsThem) {
     EXPECT_EQ(property_get_int32("camtune.test.int", 7), 7);
 }
 
+// Keys of every length up to past forty characters, some sharing all but their last character,
+// each read back as its own value.
+TEST(PropertyStore, KeysOfEveryLengthKeepTheirOwnValues) {
+    test::PropertyScope scope;
+    std::vector<std::string> keys;
+    for (size_t length = 1; length <= 48; ++length) {
+        std::string key = "k" + std::string(length - 1, '.');
+        keys.push_back(key);
+        key.back() = 'x';
+        if (length > 1) keys.push_back(key);
+    }
+    for (size_t i = 0; i < keys.size(); ++i) scope.set(keys[i].c_str(), std::to_string(i));
+    for (size_t i = 0; i < keys.size(); ++i) {
+        EXPECT_EQ(property_get_int32(keys[i].c_str(), -1), static_cast<int32_t>(i)) << keys[i];
+        EXPECT_EQ(get(keys[i].c_str()), std::to_string(i)) << keys[i];
+    }
+    EXPECT_EQ(property_get_int32("k.......x.", -1), -1);  // a prefix of none of them
+}
+
 TEST(PropertyStore, SeedFileSetsEntriesAndSkipsCommentsAndMalformedLines) {
     test::TempRoot root;
     test::PropertyScope scope;

@@ -3,7 +3,8 @@
 // Keys live in a fixed open-addressing table whose slots are published once and never move or
 // die, so a reader finds its key without a lock. Each value sits behind a sequence counter
 // (a seqlock built from atomics): readers never write shared memory, so two reading threads do
-// not contend, and a reader racing a writer simply retries.
+// not contend, and a reader racing a writer simply retries. The value's integer reading is kept
+// beside it in one atomic word, since every disabled feature asks for it.
 #include "camtune/platform/properties.h"
 
 #include <atomic>
@@ -14,8 +15,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
-#include <memory>
 #include <mutex>
+#include <new>
 #include <string>
 
 #include "platform/host/property_file.h"
@@ -29,29 +30,50 @@ namespace {
 constexpr size_t kCapacity = 1024;  // distinct keys; a power of two
 constexpr size_t kWords = (kPropertyValueMax + 7) / 8;
 
-// Mixes eight bytes at a time: keys run to forty characters and a byte-wise hash
-// would dominate the cost of a read.
+uint64_t load8(const char* at) {
+    uint64_t word;
+    std::memcpy(&word, at, 8);
+    return word;
+}
+
+// Keys run to forty characters, so the hash takes eight bytes per step and mixes once at the
+// end: a multiply per step would cost more than the rest of a read. Keys sharing a prefix still
+// spread, and a collision only costs a probe.
 uint64_t hashKey(const char* key, size_t length) {
-    uint64_t hash = 0x9E3779B97F4A7C15ull ^ length;
+    uint64_t hash = length * 0x9E3779B97F4A7C15ull;
     size_t at = 0;
     for (; at + 8 <= length; at += 8) {
-        uint64_t word;
-        std::memcpy(&word, key + at, 8);
-        hash = (hash ^ word) * 0xFF51AFD7ED558CCDull;
-        hash ^= hash >> 32;
+        hash = ((hash << 29) | (hash >> 35)) ^ load8(key + at);
     }
-    uint64_t tail = 0;
-    std::memcpy(&tail, key + at, length - at);
-    hash = (hash ^ tail) * 0xC4CEB9FE1A85EC53ull;
+    if (at < length) {
+        // The last eight bytes of the key (overlapping what was taken), or the short key whole.
+        uint64_t tail = 0;
+        if (length >= 8) {
+            tail = load8(key + length - 8);
+        } else {
+            std::memcpy(&tail, key, length);
+        }
+        hash = ((hash << 29) | (hash >> 35)) ^ tail;
+    }
+    hash *= 0xFF51AFD7ED558CCDull;
+    hash ^= hash >> 32;
+    hash *= 0xC4CEB9FE1A85EC53ull;
     return hash ^ (hash >> 29);
 }
 
+// One key's value. The key's characters follow the slot in the same allocation, so a lookup
+// touches one place in memory.
 class Slot {
 public:
-    Slot(const char* key, size_t length, uint64_t hash) : mKey(key, length), mHash(hash) {}
+    static Slot* create(const char* key, size_t length, uint64_t hash) {
+        void* memory = ::operator new(sizeof(Slot) + length + 1);
+        Slot* slot = new (memory) Slot(length, hash);
+        std::memcpy(slot->keyText(), key, length + 1);
+        return slot;
+    }
 
     bool matches(const char* key, size_t length, uint64_t hash) const {
-        return mHash == hash && mKey.size() == length && std::memcmp(mKey.data(), key, length) == 0;
+        return mHash == hash && mLength == length && std::memcmp(keyText(), key, length) == 0;
     }
 
     // Copies the value (NUL-terminated) into `out` of kPropertyValueMax bytes.
@@ -69,6 +91,14 @@ public:
         out[kPropertyValueMax - 1] = '\0';
     }
 
+    // The value read as an integer, or `defaultValue` when it is empty or holds no number:
+    // parsed once when it is set, so integer reads copy and parse nothing.
+    int32_t readInt32(int32_t defaultValue) const {
+        const uint64_t packed = mInteger.load(std::memory_order_acquire);
+        return (packed & kHasInteger) != 0 ? static_cast<int32_t>(static_cast<uint32_t>(packed))
+                                           : defaultValue;
+    }
+
     // Called with the store's write lock held.
     void write(const char* value, size_t length) {
         uint64_t words[kWords] = {};
@@ -78,11 +108,23 @@ public:
         std::atomic_thread_fence(std::memory_order_release);
         for (size_t i = 0; i < kWords; ++i) mWords[i].store(words[i], std::memory_order_relaxed);
         mSequence.store(sequence + 2, std::memory_order_release);
+        int32_t integer = 0;
+        const bool isInteger = camtune::tryParsePropertyInt32(value, &integer);
+        mInteger.store(isInteger ? kHasInteger | static_cast<uint32_t>(integer) : 0,
+                       std::memory_order_release);
     }
 
 private:
-    const std::string mKey;
+    static constexpr uint64_t kHasInteger = uint64_t{1} << 32;
+
+    Slot(size_t length, uint64_t hash) : mHash(hash), mLength(length) {}
+    char* keyText() { return reinterpret_cast<char*>(this + 1); }
+    const char* keyText() const { return reinterpret_cast<const char*>(this + 1); }
+
     const uint64_t mHash;
+    const size_t mLength;
+    // The integer value and, in bit 32, whether there is one; one word, so it reads whole.
+    std::atomic<uint64_t> mInteger{0};
     std::atomic<uint32_t> mSequence{0};
     std::atomic<uint64_t> mWords[kWords] = {};
 };
@@ -111,9 +153,10 @@ public:
             std::atomic<Slot*>& cell = mSlots[(hash + probe) & (kCapacity - 1)];
             Slot* slot = cell.load(std::memory_order_relaxed);
             if (slot == nullptr) {
-                auto created = std::make_unique<Slot>(key, keyLength, hash);
+                // Never freed: readers hold slots without a lock.
+                Slot* created = Slot::create(key, keyLength, hash);
                 created->write(value, length);
-                cell.store(created.release(), std::memory_order_release);
+                cell.store(created, std::memory_order_release);
                 return 0;
             }
             if (slot->matches(key, keyLength, hash)) {
@@ -168,9 +211,9 @@ int property_get(const char* key, char* value, const char* defaultValue) {
 }
 
 int32_t property_get_int32(const char* key, int32_t defaultValue) {
-    char text[kPropertyValueMax];
-    if (property_get(key, text, "") == 0) return defaultValue;
-    return camtune::parsePropertyInt32(text, defaultValue);
+    if (key == nullptr) return defaultValue;
+    const Slot* slot = seededStore().find(key);
+    return slot != nullptr ? slot->readInt32(defaultValue) : defaultValue;
 }
 
 int property_set(const char* key, const char* value) {
