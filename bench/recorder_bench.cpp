@@ -28,6 +28,7 @@
 #include "bench_support.h"
 #include "camtune/ndd.h"
 #include "camtune/platform/fs.h"
+#include "platform/host/root.h"
 #include "platform/property_registry.h"
 #include "recorder/scenario_recorder_impl.h"
 
@@ -249,7 +250,8 @@ double plainWriteSeconds(const std::string& bytes) {
 // The one log file of the folder, read whole.
 std::string logFileBytes() {
     std::string bytes;
-    for (const auto& entry : std::filesystem::directory_iterator(fs::hostPath(kFolder))) {
+    for (const auto& entry :
+         std::filesystem::directory_iterator(camtune::host::hostPath(kFolder))) {
         std::ifstream in(entry.path(), std::ios::binary);
         bytes.append(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
     }

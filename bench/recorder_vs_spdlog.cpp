@@ -27,6 +27,7 @@
 #include "camtune/ndd.h"
 #include "camtune/platform/fs.h"
 #include "camtune/scenario_recorder.h"
+#include "platform/host/root.h"
 #include "platform/property_registry.h"
 #include "recorder/scenario_recorder_impl.h"
 
@@ -63,7 +64,7 @@ BenchRoot& benchRoot() {
 }
 
 std::string hostFile(const char* name) {
-    return fs::hostPath((std::string(kFolder) + "/" + name).c_str());
+    return camtune::host::hostPath((std::string(kFolder) + "/" + name).c_str());
 }
 
 // One producer's line `i`: frame number and request follow the line's request.
@@ -153,7 +154,8 @@ size_t countLines(const std::string& path) {
 
 size_t countFolderLines() {
     size_t lines = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(fs::hostPath(kFolder))) {
+    for (const auto& entry :
+         std::filesystem::directory_iterator(camtune::host::hostPath(kFolder))) {
         lines += countLines(entry.path().string());
     }
     return lines;
