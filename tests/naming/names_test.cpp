@@ -109,6 +109,10 @@ TEST_F(NameTest, ColourOrderBitDepthAndExtension) {
             {4, 0x2506, "_10_senfmt.p010yuv_ufbc", "_10_s0.p010yuv_ufbc"},
             {2, 0x2101, "_imgfmt_2.rgb48", "_imgfmt_s0.rgb48"},
             {1, -1, "_imgfmt_1.unknown", "_imgfmt_s0.unknown"},
+            {1, 0x2216, "_15_1.raw", "_15_s0.raw"},
+            {1, 0x2218, "_24_1.packed_word", "_24_s0.packed_word"},
+            {1, 0x20203859, "_8_1.y", "_8_s0.y"},
+            {1, 0x2200, "_imgfmt_1.unknown", "_imgfmt_s0.unknown"},
     };
     const std::string geometry = "-PW4000-PH3000-BW5000__4000x3000";
     for (const Case& c : cases) {

@@ -2,7 +2,6 @@
 // refused with its reason, counted as a failed dump, and neither named nor written.
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -13,20 +12,7 @@ namespace TuningUtils {
 namespace testing_ndd {
 namespace {
 
-using camtune::test::LogCapture;
-using Level = camtune::log::Level;
-
-class NddUnusableNameTest : public NddTest {
-protected:
-    std::vector<std::string> folderFiles() const {
-        std::vector<std::string> files;
-        for (const auto& entry :
-             std::filesystem::directory_iterator(mRoot.hostPath(kDefaultFolder))) {
-            files.push_back(entry.path().filename().string());
-        }
-        return files;
-    }
-};
+using NddUnusableNameTest = NddTest;
 
 TEST_F(NddUnusableNameTest, IsRefusedByTheQueryAndTheSubmission) {
     struct Case {

@@ -9,9 +9,6 @@ namespace TuningUtils {
 namespace testing_ndd {
 namespace {
 
-using camtune::test::LogCapture;
-using Level = camtune::log::Level;
-
 constexpr char kStreamingAao[] =
         "Preview,Default,[Prefix],Streaming,AAO,1,0\n"
         "Preview,Default,[Prefix],Capture,AAO,1,0\n";
@@ -109,43 +106,38 @@ TEST_F(NddAdmissionTest, ChecksRunInOrderAndSayWhy) {
     struct Case {
         const char* what;
         eCategory category;
-        eModule module;
-        std::function<void(NddData&)> change;
+        int module, feature, stage, sensorId, action;  // the item's: 0, 0, 0, -1
         bool admitted;
         const char* message;  // "" for none
     } cases[] = {
-            {"capture, configured", eCategory_Capture, eModule_AAO, [](NddData&) {}, true, ""},
-            {"feature 53", eCategory_Capture, eModule_AAO, [](NddData& d) { d.feature = 53; },
-             false, ""},
-            {"module 450", eCategory_Capture, static_cast<eModule>(450), [](NddData&) {}, false,
-             ""},
-            {"category 2", static_cast<eCategory>(2), eModule_AAO, [](NddData&) {}, false, ""},
-            {"negative module", eCategory_Capture, static_cast<eModule>(-1), [](NddData&) {}, false,
-             ""},
-            {"not configured", eCategory_Capture, eModule_AFO, [](NddData&) {}, false,
+            {"capture, configured", eCategory_Capture, eModule_AAO, 0, 0, 0, -1, true, ""},
+            {"feature 53", eCategory_Capture, eModule_AAO, 53, 0, 0, -1, false, ""},
+            {"module 450", eCategory_Capture, 450, 0, 0, 0, -1, false, ""},
+            {"category 2", static_cast<eCategory>(2), eModule_AAO, 0, 0, 0, -1, false, ""},
+            {"negative module", eCategory_Capture, -1, 0, 0, 0, -1, false, ""},
+            {"not configured", eCategory_Capture, eModule_AFO, 0, 0, 0, -1, false,
              "Data Dump disabled under given conditions: (Preview, Default, Capture, AFO)"},
-            {"configured off", eCategory_Capture, eModule_LSC, [](NddData& d) { d.stage = 1; },
-             false, "Data Dump disabled under given conditions: (Preview, AFBLD_F0, Capture, LSC)"},
-            {"stage without a name", eCategory_Capture, eModule_AAO,
-             [](NddData& d) { d.stage = 191; }, false,
+            {"configured off", eCategory_Capture, eModule_LSC, 0, 1, 0, -1, false,
+             "Data Dump disabled under given conditions: (Preview, AFBLD_F0, Capture, LSC)"},
+            {"stage without a name", eCategory_Capture, eModule_AAO, 0, 191, 0, -1, false,
              "Data Dump disabled under given conditions: (Preview, Capture, AAO)"},
-            {"sensor not permitted", eCategory_Capture, eModule_AAO,
-             [](NddData& d) { d.sensorId = 3; }, false,
+            {"sensor not permitted", eCategory_Capture, eModule_AAO, 0, 0, 3, -1, false,
              "Data Dump of this sensorId (3) has been disabled!"},
-            {"streaming frame not admitted", eCategory_Streaming, eModule_AAO, [](NddData&) {},
-             false, "[is_ndd_data_valid] Given FrameNo(1) doesn't exist in permission list"},
-            {"other action", eCategory_Capture, eModule_AAO, [](NddData& d) { d.action = 3; },
-             false, "[is_ndd_data_valid] action(3) is not the permitted action(2)"},
-            {"permitted action", eCategory_Capture, eModule_AAO, [](NddData& d) { d.action = 2; },
-             true, ""},
-            {"no action", eCategory_Capture, eModule_AAO, [](NddData& d) { d.action = -1; }, true,
-             ""},
+            {"streaming frame not admitted", eCategory_Streaming, eModule_AAO, 0, 0, 0, -1, false,
+             "[is_ndd_data_valid] Given FrameNo(1) doesn't exist in permission list"},
+            {"other action", eCategory_Capture, eModule_AAO, 0, 0, 0, 3, false,
+             "[is_ndd_data_valid] action(3) is not the permitted action(2)"},
+            {"permitted action", eCategory_Capture, eModule_AAO, 0, 0, 0, 2, true, ""},
     };
     for (const Case& c : cases) {
-        NddData data = item();
-        c.change(data);
+        NddData data = item(1, c.sensorId);
+        data.feature = c.feature;
+        data.stage = c.stage;
+        data.action = c.action;
         LogCapture log;
-        EXPECT_EQ(mNdd->is_ndd_data_valid(c.category, c.module, data), c.admitted) << c.what;
+        EXPECT_EQ(mNdd->is_ndd_data_valid(c.category, static_cast<eModule>(c.module), data),
+                  c.admitted)
+                << c.what;
         const auto lines = log.lines();
         if (c.message[0] == '\0') {
             EXPECT_TRUE(lines.empty()) << c.what << ": " << lines.front().text;

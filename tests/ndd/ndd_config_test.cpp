@@ -14,14 +14,6 @@ namespace TuningUtils {
 namespace testing_ndd {
 namespace {
 
-using camtune::test::LogCapture;
-
-std::string propertyText(const props::Property& property) {
-    char value[NSCam::Utils::Properties::kPropertyValueMax];
-    props::getString(property, value);
-    return value;
-}
-
 TEST(ConfigLineTest, NeedsSevenFieldsAndTwoNumbers) {
     struct Case {
         const char* line;
@@ -241,17 +233,6 @@ TEST_F(NddConfigTest, AFolderThatCannotBeMadeIsMadeAtTheNextDump) {
     EXPECT_FALSE(mRoot.exists(kDefaultFolder));
     mNdd->make_ndd_dir();  // the fault is gone
     EXPECT_TRUE(mRoot.exists(kDefaultFolder));
-}
-
-TEST_F(NddConfigTest, MakeDirReportsAMissingRoot) {
-    mProps.set(props::kNddRootPath, std::string("/no/such/root/"));
-    start("");
-    LogCapture log;
-    mNdd->make_ndd_dir();
-    EXPECT_EQ(log.count(camtune::log::Level::Error,
-                        "Fail to create directory /no/such/root/default_dump : 2[No such file or "
-                        "directory]"),
-              1);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
@@ -12,6 +13,7 @@
 #include <vector>
 
 #include "camtune/platform/fs.h"
+#include "camtune/platform/properties.h"
 #include "ndd/ndd_impl.h"
 #include "support/log_capture.h"
 #include "support/property_scope.h"
@@ -22,6 +24,8 @@ namespace TuningUtils {
 namespace testing_ndd {
 
 namespace props = camtune::props;
+using camtune::test::LogCapture;
+using Level = camtune::log::Level;
 
 inline constexpr char kRootPath[] = "/data/vendor/camera_dump/";
 inline constexpr char kConfigPath[] = "/data/vendor/camera_dump/ndd/ndd.cfg";
@@ -35,6 +39,12 @@ inline bool waitFor(const std::function<bool()>& condition) {
         std::this_thread::yield();
     }
     return true;
+}
+
+inline std::string propertyText(const props::Property& property) {
+    char value[NSCam::Utils::Properties::kPropertyValueMax];
+    props::getString(property, value);
+    return value;
 }
 
 // An item of sensor 0, frame `frameNo`, feature "Preview", stage "Default".
@@ -82,6 +92,14 @@ protected:
     }
     bool folderHas(const std::string& name) const {
         return mRoot.exists(std::string(kDefaultFolder) + "/" + name);
+    }
+    std::vector<std::string> folderFiles() const {
+        std::vector<std::string> files;
+        for (const auto& entry :
+             std::filesystem::directory_iterator(mRoot.hostPath(kDefaultFolder))) {
+            files.push_back(entry.path().filename().string());
+        }
+        return files;
     }
 
     camtune::test::TempRoot mRoot;

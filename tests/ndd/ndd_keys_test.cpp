@@ -1,6 +1,7 @@
 // NDD keys, request identity in metadata, and buffers carried in metadata.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 
 #include "camtune/platform/metadata.h"
@@ -59,57 +60,28 @@ IMetadata pipelineMeta(int uniqueKey, int requestNo, int frameNo) {
 
 TEST(NddMetadataKeyTest, PrefersTheNddKeyAndFallsBackToPipelineTags) {
     Ndd ndd;
+    // Pipeline tags (1, 2, 3) with one tag removed or emptied, or an NDD key set (-1: set as 0).
     struct Case {
         const char* what;
-        std::function<void(IMetadata&)> arrange;
+        int64_t nddKey;
+        uint32_t removed, emptied;
         int result;
         Identity out;  // starting from {-7, -7, -7}
     } cases[] = {
-            {"ndd key",
-             [](IMetadata& m) {
-                 IMetadata::setEntry<int64_t>(&m, kNddTagKey, 0x0000000900080007ll);
-             },
-             0,
-             {9, 8, 7}},
-            {"zero ndd key falls back",
-             [](IMetadata& m) {
-                 m = pipelineMeta(1, 2, 3);
-                 IMetadata::setEntry<int64_t>(&m, kNddTagKey, 0);
-             },
-             0,
-             {1, 2, 3}},
-            {"no frame number",
-             [](IMetadata& m) {
-                 m = pipelineMeta(1, 2, 3);
-                 m.remove(kNddTagPipelineFrameNo);
-             },
-             0,
-             {1, 2, -7}},
-            {"no request number",
-             [](IMetadata& m) {
-                 m = pipelineMeta(1, 2, 3);
-                 m.remove(kNddTagPipelineRequestNo);
-             },
-             -1,
-             {1, -7, -7}},
-            {"no unique key",
-             [](IMetadata& m) {
-                 m = pipelineMeta(1, 2, 3);
-                 m.remove(kNddTagPipelineUniqueKey);
-             },
-             -1,
-             {-7, -7, -7}},
-            {"empty unique key entry",
-             [](IMetadata& m) {
-                 m = pipelineMeta(1, 2, 3);
-                 m.update(kNddTagPipelineUniqueKey, IMetadata::IEntry(kNddTagPipelineUniqueKey));
-             },
-             -1,
-             {-7, -7, -7}},
+            {"ndd key first", 0x0000000900080007ll, 0, 0, 0, {9, 8, 7}},
+            {"zero ndd key falls back", -1, 0, 0, 0, {1, 2, 3}},
+            {"no frame number", 0, kNddTagPipelineFrameNo, 0, 0, {1, 2, -7}},
+            {"no request number", 0, kNddTagPipelineRequestNo, 0, -1, {1, -7, -7}},
+            {"no unique key", 0, kNddTagPipelineUniqueKey, 0, -1, {-7, -7, -7}},
+            {"empty unique key entry", 0, 0, kNddTagPipelineUniqueKey, -1, {-7, -7, -7}},
     };
     for (const Case& c : cases) {
-        IMetadata meta;
-        c.arrange(meta);
+        IMetadata meta = pipelineMeta(1, 2, 3);
+        if (c.nddKey != 0) {
+            IMetadata::setEntry<int64_t>(&meta, kNddTagKey, std::max<int64_t>(c.nddKey, 0));
+        }
+        if (c.removed != 0) meta.remove(c.removed);
+        if (c.emptied != 0) meta.update(c.emptied, IMetadata::IEntry(c.emptied));
         Identity out{-7, -7, -7};
         EXPECT_EQ(ndd.query_uniquekey(meta, out.uniqueKey, out.requestNo, out.frameNo), c.result)
                 << c.what;
@@ -223,19 +195,6 @@ TEST(CarriedRecordTest, LaysOutTwentyFourIntegersAndAStringReference) {
     const uint64_t bogus = reinterpret_cast<uintptr_t>(bytes);
     std::memcpy(bytes + 36, &bogus, 8);
     EXPECT_EQ(decodeCarriedRecord(bytes).userStr, "");
-}
-
-TEST(CarriedRecordTest, OnlyStatisticsModulesHaveATag) {
-    const std::pair<eModule, uint32_t> tags[] = {
-            {eModule_AAO, 0xC0120007u},     {eModule_AAHO, 0xC0120008u},
-            {eModule_AISA, 0xC0120009u},    {eModule_AIMA, 0xC012000Au},
-            {eModule_AIFA, 0xC012000Bu},    {eModule_LTMSO, 0xC012000Cu},
-            {eModule_LTM_OUT, 0xC012000Du}, {eModule_AE_OUT, 0xC012000Eu},
-            {eModule_CAC, 0xC012000Fu},
-    };
-    for (const auto& [module, tag] : tags) EXPECT_EQ(carriedTagOf(module), tag) << module;
-    EXPECT_EQ(carriedTagOf(eModule_ACTSO), 0u);
-    EXPECT_EQ(carriedTagOf(-1), 0u);
 }
 
 class NddCarryTest : public NddTest {};

@@ -329,21 +329,6 @@ TEST_F(OdtUtilsTest, WrittenLinesParseBackIntoTheSameItems) {
     EXPECT_EQ((std::vector<int32_t>{13, 10, 11, 12}), bindingOrder);
 }
 
-TEST_F(OdtUtilsTest, InstancesPerSensorFromManyThreads) {
-    constexpr int kThreads = 8;
-    std::vector<std::shared_ptr<IOdtUtils>> seen(kThreads);
-    std::vector<std::thread> threads;
-    for (int i = 0; i < kThreads; ++i) {
-        threads.emplace_back([&seen, i] { seen[i] = IOdtUtils::getInstance(100 + i % 2); });
-    }
-    for (std::thread& t : threads) t.join();
-    for (int i = 0; i < kThreads; ++i) {
-        EXPECT_EQ(seen[i % 2], seen[i]);
-        EXPECT_EQ(IOdtUtils::getInstance(100 + i % 2), seen[i]);
-    }
-    EXPECT_NE(seen[0], seen[1]);
-}
-
 // Frame binding, lookups and writes from several threads: every frame is bound exactly once and
 // every written line arrives whole.
 TEST_F(OdtUtilsTest, ConcurrentBindingLookupsAndWrites) {

@@ -122,15 +122,5 @@ TEST(HostImageBuffer, LocksAreHeldPerUserWithTheirUsage) {
     EXPECT_EQ(buffer->syncCount(), 1);
 }
 
-TEST(ImageFormatTable, EveryRowIsFoundByItsCode) {
-    size_t count = 0;
-    const ImageFormatInfo* table = imageFormatTable(&count);
-    for (size_t i = 0; i < count; ++i) {
-        EXPECT_EQ(findImageFormat(table[i].code), &table[i]);
-        EXPECT_GE(table[i].planeCount, 1u);
-        EXPECT_LE(table[i].planeCount, kMaxPlanes);
-    }
-}
-
 }  // namespace
 }  // namespace NSCam

@@ -55,14 +55,6 @@ TEST(Log, BelowThresholdNothingIsFormattedOrEvaluated) {
     EXPECT_EQ(capture.count(Level::Warn, "w 1"), 1);
 }
 
-TEST(Log, CaptureRestoresThreshold) {
-    log::setThreshold(Level::Error);
-    { test::LogCapture capture; }
-    EXPECT_EQ(log::threshold(), Level::Error);
-    EXPECT_FALSE(log::isEnabled(Level::Warn));
-    log::setThreshold(Level::Warn);
-}
-
 TEST(Log, LongMessagesAreCutNotOverrun) {
     test::LogCapture capture;
     std::string huge(5000, 'x');

@@ -53,43 +53,18 @@ TEST(PropertyStore, RejectsBadKeysAndValuesThatDoNotFit) {
     EXPECT_EQ(get("camtune.test.long"), longest);
 }
 
-TEST(PropertyStore, ScopeRestoresEveryPropertyItSet) {
-    property_set("camtune.test.restore", "original");
-    {
-        test::PropertyScope scope;
-        scope.set("camtune.test.restore", "first");
-        scope.set("camtune.test.restore", "second");
-        scope.set("camtune.test.fresh", "new");
-    }
-    EXPECT_EQ(get("camtune.test.restore"), "original");
-    EXPECT_EQ(get("camtune.test.fresh"), "");
-    property_set("camtune.test.restore", "");
-}
-
 TEST(PropertyStore, IntegersAreReadAsAndroidReadsThem) {
     struct Case {
         const char* text;
         int32_t expected;
     };
     const Case kCases[] = {
-            {"42", 42},
-            {"-17", -17},
-            {"+8", 8},
-            {"0x1F", 31},
-            {"0X10", 16},
-            {"-0x10", -16},
-            {"010", 8},
-            {"0", 0},
-            {"  12", 12},
-            {"12abc", 12},
-            {"abc", -99},
-            {"-", -99},
-            {"0x", 0},
-            {"2147483647", 2147483647},
-            {"-2147483648", INT32_MIN},
-            {"2147483648", -99},
-            {"-2147483649", -99},
-            {"99999999999999999999", -99},
+            // clang-format off
+            {"42", 42}, {"-17", -17}, {"+8", 8}, {"0x1F", 31}, {"0X10", 16}, {"-0x10", -16},
+            {"010", 8}, {"0", 0}, {"  12", 12}, {"12abc", 12}, {"abc", -99}, {"-", -99}, {"0x", 0},
+            {"2147483647", 2147483647}, {"-2147483648", INT32_MIN}, {"2147483648", -99},
+            {"-2147483649", -99}, {"99999999999999999999", -99},
+            // clang-format on
     };
     test::PropertyScope scope;
     for (const Case& c : kCases) {
@@ -127,15 +102,12 @@ TEST(PropertyStore, SeedFileSetsEntriesAndSkipsCommentsAndMalformedLines) {
     scope.set("camtune.seed.c", "untouched");
     scope.set("camtune.seed.d", "");
     scope.set("camtune.seed.e", "");
-    std::string path = root.path() + "/seed.props";
-    std::FILE* f = std::fopen(path.c_str(), "w");
-    ASSERT_NE(f, nullptr);
-    std::fputs(
+    root.writeFile(
+            "/seed.props",
             "# a comment\n\ncamtune.seed.a=1\n  camtune.seed.b =  two words  \n"
             "no separator here\n=value without key\n#camtune.seed.c=commented\n"
-            "[camtune.seed.d]: [from getprop]\n[camtune.seed.e]: []\n[camtune.seed.c] [x]\n",
-            f);
-    std::fclose(f);
+            "[camtune.seed.d]: [from getprop]\n[camtune.seed.e]: []\n[camtune.seed.c] [x]\n");
+    const std::string path = root.hostPath("/seed.props");
 
     EXPECT_TRUE(host::loadPropertyFile(path.c_str()));
     EXPECT_EQ(get("camtune.seed.a"), "1");

@@ -2,8 +2,6 @@
 #include <stdlib.h>
 #include <sys/prctl.h>
 
-#include <fstream>
-#include <sstream>
 #include <thread>
 
 #include "camtune/platform/clock.h"
@@ -100,13 +98,11 @@ TEST(Trace, SectionsAreWrittenAsChromeTraceEvents) {
     ::setenv("CAMTUNE_TRACE", path.c_str(), 1);
     if (!trace::isEnabled()) GTEST_SKIP() << "tracing was initialised earlier in this process";
     { trace::ScopedTrace section("NDD_BUFFER_AAO"); }
-    std::ifstream in(path);
-    std::stringstream text;
-    text << in.rdbuf();
-    EXPECT_EQ(text.str().rfind("[\n", 0), 0u);
-    EXPECT_NE(text.str().find("\"name\":\"NDD_BUFFER_AAO\""), std::string::npos);
-    EXPECT_NE(text.str().find("\"ph\":\"B\""), std::string::npos);
-    EXPECT_NE(text.str().find("\"ph\":\"E\""), std::string::npos);
+    const std::string text = root.readFile(path);
+    EXPECT_EQ(text.rfind("[\n", 0), 0u);
+    for (const char* part : {"\"name\":\"NDD_BUFFER_AAO\"", "\"ph\":\"B\"", "\"ph\":\"E\""}) {
+        EXPECT_NE(text.find(part), std::string::npos) << part;
+    }
 }
 
 }  // namespace

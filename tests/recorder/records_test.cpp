@@ -61,90 +61,57 @@ protected:
     }
 };
 
-TEST_F(RecordsTest, LinesReadAsTheirPartsSay) {
+TEST_F(RecordsTest, LinesReadAsTheirPartsSayAndExecutionsAppendToTheHeadline) {
     struct Case {
-        const char* what;
-        std::function<void(ScenarioRecorder&)> submit;
+        bool execution;
+        int sensorIdx, frameNo;  // frame -1: an execution found by request, without a frame
+        uint32_t moduleId;
+        int type, stage;
+        bool headline;
+        const char* text;
         const char* line;
     } cases[] = {
-            {"decision by key",
-             [](ScenarioRecorder& r) {
-                 r.submitDecisionRecord(composeNddKey(7, 21, 12),
-                                        decision(0, kIspTuning, DECISION_ISP_FLOW), "profile=2");
-             },
+            {false, 0, 12, kIspTuning, DECISION_ISP_FLOW, 0, false, "profile=2",
              "[SensorDevName: main][FrameNum: 12][ModuleName: IspTuning][Decision: ISP_FLOW] "
              "profile=2"},
-            {"execution without sensor or frame",
-             [](ScenarioRecorder& r) {
-                 ResultParam param;
-                 param.uniqueKey = 7;
-                 param.requestNo = 21;
-                 param.fill(execution(-1, kP2Capture, DECISION_TOP_CONTROL, 46));
-                 r.submitExecutionRecord(param, "done");
-             },
-             "[ModuleName: P2Capture][P2_MS_F0_H][Result: TOP_CONTROL] done"},
-            {"stage 190 has a name",
-             [](ScenarioRecorder& r) {
-                 r.submitExecutionRecord(composeNddKey(7, 21, 1),
-                                         execution(1, kP2Capture, DECISION_ISP_FLOW, 190), "s");
-             },
+            {true, -1, -1, kP2Capture, DECISION_TOP_CONTROL, 46, true, "capture start",
+             "[ModuleName: P2Capture][P2_MS_F0_H][Result: TOP_CONTROL] capture start"},
+            {true, 1, 1, kP2Capture, DECISION_ISP_FLOW, 190, false, "s",
              "[SensorDevName: sub][FrameNum: 1][ModuleName: P2Capture][VAINR_CORE][Result: "
              "ISP_FLOW] s"},
-            {"stage 191",
-             [](ScenarioRecorder& r) {
-                 r.submitExecutionRecord(composeNddKey(7, 21, 1),
-                                         execution(-1, kP2Capture, DECISION_ISP_FLOW, 191), "s");
-             },
+            {true, -1, 1, kP2Capture, DECISION_ISP_FLOW, 191, true, "jpeg done",
+             "[FrameNum: 1][ModuleName: P2Capture][INVALID_STAGE][Result: ISP_FLOW] jpeg done"},
+            {true, -1, 1, kP2Capture, DECISION_ISP_FLOW, -2, false, "s",
              "[FrameNum: 1][ModuleName: P2Capture][INVALID_STAGE][Result: ISP_FLOW] s"},
-            {"stage -2",
-             [](ScenarioRecorder& r) {
-                 r.submitExecutionRecord(composeNddKey(7, 21, 1),
-                                         execution(-1, kP2Capture, DECISION_ISP_FLOW, -2), "s");
-             },
+            {true, -1, 1, kP2Capture, DECISION_ISP_FLOW, -1, false, "s",
              "[FrameNum: 1][ModuleName: P2Capture][INVALID_STAGE][Result: ISP_FLOW] s"},
-            {"stage -1",
-             [](ScenarioRecorder& r) {
-                 r.submitExecutionRecord(composeNddKey(7, 21, 1),
-                                         execution(-1, kP2Capture, DECISION_ISP_FLOW, -1), "s");
-             },
-             "[FrameNum: 1][ModuleName: P2Capture][INVALID_STAGE][Result: ISP_FLOW] s"},
-            {"unknown module and decision",
-             [](ScenarioRecorder& r) {
-                 r.submitDecisionRecord(composeNddKey(7, 21, 3),
-                                        decision(-1, 0x1004007, static_cast<DecisionType>(9)), "u");
-             },
+            {false, -1, 3, 0x1004007, 9, 0, false, "u",
              "[FrameNum: 3][ModuleName: noModuleName][Decision: noDecisionName] u"},
-            {"sensor the list does not know",
-             [](ScenarioRecorder& r) {
-                 r.submitDecisionRecord(composeNddKey(7, 21, 3),
-                                        decision(9, 0x40007001, DECISION_TRIGGER_FEATURE), "x");
-             },
+            {false, 9, 3, 0x40007001, DECISION_TRIGGER_FEATURE, 0, false, "x",
              "[SensorDevName: sensor][FrameNum: 3][ModuleName: Utils][Decision: "
              "TRIGGER_FEATURE] x"},
     };
     ScenarioRecorder& recorder = start();
     recorder.recordNddInfo(7, 21, 0, true);
-    Strings expected{"[UKey: 7][ReqNum: 21]"};
+    Strings expected{"[UKey: 7][ReqNum: 21], capture start, jpeg done"};
     for (const Case& c : cases) {
-        c.submit(recorder);
+        const auto type = static_cast<DecisionType>(c.type);
+        const long long key = composeNddKey(7, 21, c.frameNo);
+        if (!c.execution) {
+            recorder.submitDecisionRecord(key, decision(c.sensorIdx, c.moduleId, type), c.text);
+        } else if (c.frameNo < 0) {
+            ResultParam param;
+            param.uniqueKey = 7;
+            param.requestNo = 21;
+            param.fill(execution(c.sensorIdx, c.moduleId, type, c.stage, c.headline));
+            recorder.submitExecutionRecord(param, c.text);
+        } else {
+            recorder.submitExecutionRecord(
+                    key, execution(c.sensorIdx, c.moduleId, type, c.stage, c.headline), c.text);
+        }
         expected.push_back(c.line);
     }
     EXPECT_EQ(captureLines(recorder, 7, 21), expected);
-}
-
-TEST_F(RecordsTest, ExecutionTextsAppendToTheHeadline) {
-    ScenarioRecorder& recorder = start();
-    recorder.recordNddInfo(7, 21, 0, true);
-    const long long key = composeNddKey(7, 21, 5);
-    recorder.submitExecutionRecord(key, execution(-1, kP2Capture, DECISION_ISP_FLOW, -1, true),
-                                   "capture start");
-    recorder.submitExecutionRecord(key, execution(-1, kP2Capture, DECISION_ISP_FLOW, -1),
-                                   "not in the headline");
-    recorder.submitExecutionRecord(key, execution(-1, kP2Capture, DECISION_ISP_FLOW, -1, true),
-                                   "jpeg done");
-    Strings lines = captureLines(recorder, 7, 21);
-    ASSERT_EQ(lines.size(), 4u);
-    EXPECT_EQ(lines[0], "[UKey: 7][ReqNum: 21], capture start, jpeg done");
 }
 
 TEST_F(RecordsTest, ALineIsCutAt1023Characters) {

@@ -1,6 +1,4 @@
 // camtune key, run as a user runs it.
-#include <gtest/gtest.h>
-
 #include <cstdint>
 #include <nlohmann/json.hpp>
 
@@ -65,20 +63,28 @@ TEST(KeyTest, NddKeysRoundTrip) {
     }
 }
 
-TEST(KeyTest, ABit15KeyIsNotedOnStandardError) {
-    CliRun run = runCli({"key", "encode", "--ndd", "5", "32768", "0"});
-    EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.out, "-2147483648 0xFFFFFFFF80000000\n");
-    EXPECT_NE(run.err.find("bit 15"), std::string::npos) << run.err;
-}
-
-TEST(KeyTest, DecodedNddKeysNameTheirDumpPrefix) {
-    CliRun run = runCli({"key", "decode", "--ndd", "0x004C7B79000C2732"});
-    ASSERT_EQ(run.status, 0) << run.err;
-    EXPECT_NE(run.out.find("unique_key=5012345 request=12 frame=10034"), std::string::npos)
-            << run.out;
-    // The dump-name prefix keeps the last four digits.
-    EXPECT_NE(run.out.find("name_prefix=005012345-0012-0034"), std::string::npos) << run.out;
+TEST(KeyTest, PlainOutputShowsTheKeyAndNotesOnStandardError) {
+    struct Case {
+        const char* args;
+        int status;
+        const char* out;  // "|" between texts
+        const char* err;
+    } cases[] = {
+            {"encode --ndd 5 32768 0", 0, "-2147483648 0xFFFFFFFF80000000\n", "bit 15"},
+            // The dump-name prefix keeps the last four digits.
+            {"decode --ndd 0x004C7B79000C2732", 0,
+             "unique_key=5012345 request=12 frame=10034|name_prefix=005012345-0012-0034", ""},
+            // A key no unique key composes is reported; the others are still decoded.
+            {"decode --request 0x7FFFFFFFFFFFFFFF 458773", 1,
+             "458773: key=458773 hex=0x0000000000070015 unique_key=7 request=21",
+             "0x7FFFFFFFFFFFFFFF: not a request key"},
+    };
+    for (const Case& c : cases) {
+        CliRun run = runCli(words(std::string("key ") + c.args));
+        EXPECT_EQ(run.status, c.status) << run.err;
+        for (const std::string& text : split(c.out, '|')) EXPECT_TRUE(has(run.out, text));
+        EXPECT_TRUE(has(run.err, c.err));
+    }
 }
 
 TEST(KeyTest, RecorderKeysRoundTrip) {
@@ -105,57 +111,11 @@ TEST(KeyTest, RecorderKeysRoundTrip) {
     }
 }
 
-TEST(KeyTest, ARecorderKeyNoUniqueKeyComposesIsReportedAndTheOthersDecoded) {
-    CliRun run = runCli({"key", "decode", "--request", "0x7FFFFFFFFFFFFFFF", "458773"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_NE(run.err.find("0x7FFFFFFFFFFFFFFF: not a request key"), std::string::npos) << run.err;
-    EXPECT_NE(run.out.find("458773: key=458773 hex=0x0000000000070015 unique_key=7 request=21"),
-              std::string::npos)
-            << run.out;
+TEST(KeyTest, JsonKeepsAnErrorObjectForAKeyItCannotDecode) {
     nlohmann::json decoded = decodeJson("--request", {"0x7FFFFFFFFFFFFFFF", "458773"}, 1);
     ASSERT_EQ(decoded.size(), 2u);
     EXPECT_TRUE(decoded[0].contains("error"));
     EXPECT_EQ(decoded[1]["unique_key"], 7);
-}
-
-TEST(KeyTest, BadArgumentsSayWhatIsWrong) {
-    struct Case {
-        std::vector<std::string> args;
-        std::string message;
-    } cases[] = {
-            {{"encode", "--ndd", "5", "x", "1"}, "request number 'x' is not a number"},
-            {{"encode", "--ndd", "5", "1"}, "expected 3 values"},
-            {{"encode", "--ndd", "2147483648", "0", "0"},
-             "unique key '2147483648' is out of range"},
-            {{"encode", "--ndd", "5", "65536", "0"}, "request number '65536' is out of range"},
-            {{"encode", "--ndd", "5", "0", "0x10000"}, "frame number '0x10000' is out of range"},
-            {{"encode", "--request", "5", "-1"}, "request number '-1' is out of range"},
-            {{"encode", "--request", "5", "1", "2"}, "expected 2 values"},
-            {{"encode", "1", "2"}, "--ndd or --request"},
-            {{"encode", "--ndd", "--request", "1", "2"}, "excludes"},
-            {{"decode", "--ndd"}, "at least one KEY"},
-            {{"decode", "--ndd", "99999999999999999999"}, "'99999999999999999999' is out of range"},
-            {{"decode", "--ndd", "0x10000000000000000"}, "has more than 64 bits"},
-            {{"decode", "--ndd", "-0x5"}, "'-0x5' is not a number"},
-            {{"decode", "--request", "12abc"}, "'12abc' is not a number"},
-            {{}, "subcommand"},
-    };
-    for (const Case& c : cases) {
-        std::vector<std::string> args = {"key"};
-        args.insert(args.end(), c.args.begin(), c.args.end());
-        CliRun run = runCli(args);
-        EXPECT_EQ(run.status, 2) << c.message;
-        EXPECT_NE(run.err.find(c.message), std::string::npos) << run.err;
-        EXPECT_TRUE(run.out.empty()) << run.out;
-    }
-}
-
-TEST(KeyTest, HelpDescribesBothKeys) {
-    CliRun help = runCli({"key", "--help"});
-    EXPECT_EQ(help.status, 0);
-    EXPECT_NE(help.out.find("--ndd"), std::string::npos);
-    EXPECT_NE(help.out.find("key >> 16"), std::string::npos);
-    EXPECT_NE(help.out.find("Exit status"), std::string::npos);
 }
 
 }  // namespace

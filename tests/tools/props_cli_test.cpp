@@ -1,9 +1,4 @@
 // camtune props, run as a user runs it.
-#include <gtest/gtest.h>
-#include <stdlib.h>
-
-#include <filesystem>
-#include <fstream>
 #include <nlohmann/json.hpp>
 
 #include "cli_runner.h"
@@ -12,25 +7,12 @@ namespace camtune {
 namespace test {
 namespace {
 
-namespace stdfs = std::filesystem;
-
-class PropsCliTest : public ::testing::Test {
+class PropsCliTest : public CliTest {
 protected:
-    PropsCliTest() {
-        std::string pattern = (stdfs::temp_directory_path() / "camtune-props-XXXXXX").string();
-        mDir = ::mkdtemp(pattern.data()) != nullptr ? pattern : "";
-    }
-    ~PropsCliTest() override {
-        std::error_code ignored;
-        stdfs::remove_all(mDir, ignored);
-    }
     CliRun props(const std::string& seed, std::vector<std::string> args = {}) {
-        const std::string path = mDir + "/props.txt";
-        std::ofstream(path, std::ios::binary) << seed;
         args.insert(args.begin(), "props");
-        return runCli(args, ".", {"CAMTUNE_PROPS=" + path});
+        return runCli(args, ".", {"CAMTUNE_PROPS=" + write("props.txt", seed)});
     }
-    std::string mDir;
 };
 
 TEST_F(PropsCliTest, SeedFileMistakesAreReported) {
@@ -40,16 +22,15 @@ TEST_F(PropsCliTest, SeedFileMistakesAreReported) {
                   "[vendor.debug.ndd.subdir]: [010]\n"
                   "my.own.key=1\n");
     EXPECT_EQ(run.status, 0);
-    EXPECT_NE(run.err.find(":1: vendor.debug.ndd.thdnun is not a property camtune reads; did you "
-                           "mean vendor.debug.ndd.thdnum?"),
-              std::string::npos)
-            << run.err;
-    EXPECT_NE(run.err.find(":2: vendor.debug.ndd.limited_size=abc is not a number; it reads as "
-                           "the default 0"),
-              std::string::npos);
-    EXPECT_NE(run.err.find(":4: my.own.key is not a property camtune reads\n"), std::string::npos);
+    EXPECT_TRUE(has(run.err,
+                    ":1: vendor.debug.ndd.thdnun is not a property camtune reads; did you "
+                    "mean vendor.debug.ndd.thdnum?"));
+    EXPECT_TRUE(has(run.err,
+                    ":2: vendor.debug.ndd.limited_size=abc is not a number; it reads as "
+                    "the default 0"));
+    EXPECT_TRUE(has(run.err, ":4: my.own.key is not a property camtune reads\n"));
     // getprop's format is read too; an octal integer shows what it reads as.
-    EXPECT_NE(run.out.find("010 (reads as 8)"), std::string::npos) << run.out;
+    EXPECT_TRUE(has(run.out, "010 (reads as 8)"));
 }
 
 TEST_F(PropsCliTest, SetpropPrintsTheAdbLinesOfTheCurrentValues) {
@@ -76,10 +57,8 @@ TEST_F(PropsCliTest, JsonIsValidWhateverTheValuesHold) {
 }
 
 TEST_F(PropsCliTest, ADirectoryAsTheSeedIsReported) {
-    CliRun run = runCli({"props"}, ".", {"CAMTUNE_PROPS=" + mDir});
-    EXPECT_NE(run.err.find("cannot read property file " + mDir + ": Is a directory"),
-              std::string::npos)
-            << run.err;
+    CliRun run = runCli({"props"}, ".", {"CAMTUNE_PROPS=" + mRoot});
+    EXPECT_TRUE(has(run.err, "cannot read property file " + mRoot + ": Is a directory"));
 }
 
 }  // namespace

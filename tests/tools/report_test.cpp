@@ -1,6 +1,5 @@
 // camtune report, run as a user runs it on a simulated session, and its page opened in headless
 // Chromium to see what a person sees: the requests, the pictures and the filters.
-#include <gtest/gtest.h>
 #include <stdlib.h>
 #include <unistd.h>
 
@@ -10,7 +9,6 @@
 #include <nlohmann/json.hpp>
 #include <regex>
 #include <set>
-#include <sstream>
 
 #include "cli_runner.h"
 
@@ -22,13 +20,6 @@ namespace stdfs = std::filesystem;
 
 constexpr char kChromium[] = "/usr/bin/chromium";
 constexpr char kDumpFolder[] = "/data/vendor/camera_dump/UKey000000001";
-
-std::string readFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
 
 std::set<std::string> listing(const std::string& folder) {
     std::set<std::string> paths;
@@ -118,8 +109,8 @@ TEST_F(ReportTest, PageListsEveryRequestAndDumpAndLoadsNothing) {
     EXPECT_EQ(countOf(html, "<article class=\"request preview\""), 4);
     EXPECT_EQ(countOf(html, "<tr class=\"dump\""), dumps);
     EXPECT_EQ(countOf(html, "<img "), images);
-    EXPECT_NE(html.find("[UKey: 1][ReqNum: 2], capture done"), std::string::npos);
-    EXPECT_NE(html.find("<td class=\"type\">decision</td>"), std::string::npos);
+    EXPECT_TRUE(has(html, "[UKey: 1][ReqNum: 2], capture done"));
+    EXPECT_TRUE(has(html, "<td class=\"type\">decision</td>"));
     for (const char* fetch : {"src=\"http", "href=\"http", "url(", "<link", "src=\"//"}) {
         EXPECT_EQ(html.find(fetch), std::string::npos) << fetch;
     }
@@ -143,11 +134,11 @@ TEST_F(ReportTest, OnlyThePageIsWrittenAndBadFoldersAreRefused) {
 
     const CliRun missing = runCli({"report", sRoot + "/absent"});
     EXPECT_EQ(missing.status, 2);
-    EXPECT_NE(missing.err.find("no such folder"), std::string::npos) << missing.err;
+    EXPECT_TRUE(has(missing.err, "no such folder"));
     EXPECT_FALSE(stdfs::exists(sRoot + "/absent"));
     const CliRun file = runCli({"report", sim + kDumpFolder + "/ndd.cfg"});
     EXPECT_EQ(file.status, 2);
-    EXPECT_NE(file.err.find("not a folder"), std::string::npos) << file.err;
+    EXPECT_TRUE(has(file.err, "not a folder"));
 }
 
 TEST_F(ReportTest, DamagedLogsAndDumpsAreShownNotFatal) {
@@ -174,12 +165,11 @@ TEST_F(ReportTest, DamagedLogsAndDumpsAreShownNotFatal) {
     const size_t request = html.find("id=\"r-1:2\"");
     ASSERT_NE(request, std::string::npos);
     const std::string article = html.substr(request, html.find("</article>", request) - request);
-    EXPECT_NE(article.find("later"), std::string::npos);
+    EXPECT_TRUE(has(article, "later"));
     EXPECT_EQ(article.find("[[]"), std::string::npos);
-    EXPECT_NE(html.find("(lines before the first headline)"), std::string::npos);
-    EXPECT_NE(html.find("the file is 100 bytes but 4x4 NV21, stride 4 needs 24 bytes"),
-              std::string::npos);
-    EXPECT_NE(html.find("is empty"), std::string::npos);
+    EXPECT_TRUE(has(html, "(lines before the first headline)"));
+    EXPECT_TRUE(has(html, "the file is 100 bytes but 4x4 NV21, stride 4 needs 24 bytes"));
+    EXPECT_TRUE(has(html, "is empty"));
     EXPECT_EQ(html.find("outside"), std::string::npos);
 }
 
