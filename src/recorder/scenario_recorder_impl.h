@@ -197,7 +197,9 @@ private:
     // Buffers a record of `recordSize` bytes for request `key` takes that it does not hold yet
     // (0 to 2). Called with mLock and the shard's lock held.
     size_t buffersNeeded(const ActiveShard& shard, int64_t key, uint32_t recordSize) const;
-    void recycle(BufferPtr buffer);
+    // Pools a written buffer; what the pool does not keep goes to `freed`, to be let go of
+    // outside the main lock (a 256 KiB free may unmap memory). Main lock held.
+    void recycle(BufferPtr buffer, std::vector<BufferPtr>* freed);
     // True while a producer is still copying into a buffer of the chain.
     static bool isBusy(const Buffer* first);
 

@@ -175,12 +175,19 @@ void ScenarioRecorder::dropIdleCaptureWriters(const std::vector<int64_t>& keys) 
     }
 }
 
-void ScenarioRecorder::recycle(BufferPtr buffer) {
+void ScenarioRecorder::recycle(BufferPtr buffer, std::vector<BufferPtr>* freed) {
     // Only the chain's first buffer is kept: an overlong request must not leave the pool holding
-    // its extra buffers. Successors are freed one by one, not by recursive destruction.
+    // its extra buffers. Successors are unchained one by one, not by recursive destruction.
     BufferPtr successor = buffer->clear();
-    while (successor) successor = std::move(successor->successor);
-    if (mEmptyBuffers.size() >= kMaxEmptyBuffers) mEmptyBuffers.pop_front();
+    while (successor) {
+        BufferPtr next = std::move(successor->successor);
+        freed->push_back(std::move(successor));
+        successor = std::move(next);
+    }
+    if (mEmptyBuffers.size() >= kMaxEmptyBuffers) {
+        freed->push_back(std::move(mEmptyBuffers.front()));
+        mEmptyBuffers.pop_front();
+    }
     mEmptyBuffers.push_back(std::move(buffer));
 }
 
@@ -192,6 +199,7 @@ void ScenarioRecorder::serviceThreadEntry() {
     CAM_LOGI("[%s] ScenarioRecorder is running; flushInterval = %d ms", __func__, flushMs);
     int level = 0;
 
+    std::vector<BufferPtr> freed;
     std::unique_lock<std::mutex> lock(mLock);
     for (;;) {
         if (!mToBeFlushed.empty()) {
@@ -243,7 +251,13 @@ void ScenarioRecorder::serviceThreadEntry() {
 
         BufferPtr done = std::move(mToBeFlushed.front());
         mToBeFlushed.pop_front();
-        recycle(std::move(done));
+        recycle(std::move(done), &freed);
+        if (!freed.empty()) {
+            // Producers waiting for the main lock need not wait for the memory to go back.
+            lock.unlock();
+            freed.clear();
+            lock.lock();
+        }
         CAM_LOGV("[%s] mToBeFlushed(%d), mWritingList(%d), mEmptyBuffers(%d)", __func__,
                  static_cast<int>(mToBeFlushed.size()), static_cast<int>(mWritingList.size()),
                  static_cast<int>(mEmptyBuffers.size()));
