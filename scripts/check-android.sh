@@ -1,9 +1,11 @@
 #!/usr/bin/env bash
 # Keeps the device build honest without an Android tree:
 #  1. the Android backend compiles against the real liblog and libcutils headers;
-#  2. it defines exactly the port functions the host backend defines (host-only helpers aside);
+#  2. each file of src/platform/android defines exactly the port functions its namesake in
+#     src/platform/host defines (the host's camtune::host helpers aside; host/framework and
+#     host/testing have no device counterpart: a device has the framework's types and no seams);
 #  3. it behaves as the port promises (scripts/android-check/backend_test.cpp, against recording
-#     fakes of liblog, libcutils properties and atrace).
+#     fakes of liblog, libcutils properties and atrace, and on real files).
 # scripts/check-android-bp.sh builds what Android.bp lists, exactly.
 # Usage: scripts/check-android.sh
 set -euo pipefail

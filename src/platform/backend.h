@@ -1,5 +1,6 @@
-// What a platform backend (host/ or android/) provides beyond the public port functions it
-// implements outright (properties.h and trace.h). Shared port code calls these.
+// What a platform backend (host/ or android/) provides beyond the port functions it implements
+// outright (properties.h, trace.h, the file operations of fs.h, clock::realtime and
+// thread::throwIfStartFails). Shared port code calls these.
 #pragma once
 
 #include "camtune/platform/log.h"
