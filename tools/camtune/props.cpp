@@ -34,9 +34,8 @@ std::string currentValue(const props::Property& property) {
 // default instead.
 bool readsAsDefault(const props::Property& property, const std::string& value) {
     if (property.type != props::Type::Int || value.empty()) return false;
-    constexpr int32_t kProbeA = 1, kProbeB = 2;
-    return parsePropertyInt32(value.c_str(), kProbeA) == kProbeA &&
-           parsePropertyInt32(value.c_str(), kProbeB) == kProbeB;
+    int32_t number = 0;
+    return !tryParsePropertyInt32(value.c_str(), &number);
 }
 
 // What an Int property's text reads as, when that is not the text itself.

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 
+#include "platform/host/sensor_table.h"
 #include "platform/host/testing_hooks.h"
 
 namespace NSCam {
@@ -27,21 +28,11 @@ public:
     }
 
     uint32_t querySensorDevIdx(uint32_t openId) const override {
-        for (const Sensor& sensor : kSensors) {
-            if (sensor.openId == openId) return sensor.sensorDev;
-        }
-        return 0;
+        return host::sensorDevOf(kSensors, openId);
     }
 
     void querySensorStaticInfo(uint32_t sensorDev, SensorStaticInfo* info) const override {
-        if (info == nullptr) return;
-        for (const Sensor& sensor : kSensors) {
-            if (sensor.sensorDev == sensorDev) {
-                info->sensorDevIdx = static_cast<int32_t>(sensor.sensorDev);
-                info->sensorFormatOrder = sensor.formatOrder;
-                return;
-            }
-        }
+        host::staticInfoOf(kSensors, sensorDev, info);
     }
 };
 

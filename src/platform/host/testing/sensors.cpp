@@ -4,6 +4,7 @@
 
 #include "camtune/platform/sensor_list.h"
 #include "camtune/platform/testing.h"
+#include "platform/host/sensor_table.h"
 #include "platform/host/testing_hooks.h"
 
 namespace NSCam {
@@ -19,22 +20,12 @@ public:
 
     uint32_t querySensorDevIdx(uint32_t openId) const override {
         std::lock_guard<std::mutex> guard(mLock);
-        for (const auto& sensor : mSensors) {
-            if (sensor.openId == openId) return sensor.sensorDev;
-        }
-        return 0;
+        return sensorDevOf(mSensors, openId);
     }
 
     void querySensorStaticInfo(uint32_t sensorDev, SensorStaticInfo* info) const override {
-        if (info == nullptr) return;
         std::lock_guard<std::mutex> guard(mLock);
-        for (const auto& sensor : mSensors) {
-            if (sensor.sensorDev == sensorDev) {
-                info->sensorDevIdx = static_cast<int32_t>(sensor.sensorDev);
-                info->sensorFormatOrder = sensor.formatOrder;
-                return;
-            }
-        }
+        staticInfoOf(mSensors, sensorDev, info);
     }
 
     void setSensors(const std::vector<HostSensor>& sensors) {
